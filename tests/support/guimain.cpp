@@ -1,0 +1,28 @@
+// The main of every GUI test binary but the lifecycle tests: the library is started once for
+// the whole binary, as a host would, and every wxWidgets assertion fails the running test.
+#include "guitest.h"
+
+#include <varnellibwx/varnellibwx.h>
+
+#include <wx/app.h>
+
+namespace {
+
+class LibraryEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override {
+        Varnel::Test::installAssertHandler();
+        Varnel::LibWx::startup(Varnel::LibWx::ApplicationType::Default);
+        ASSERT_NE(wxAppConsole::GetInstance(), nullptr)
+            << "wxWidgets did not start: is there an X display (DISPLAY)?";
+    }
+    void TearDown() override { Varnel::LibWx::shutdown(); }
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    ::testing::AddGlobalTestEnvironment(new LibraryEnvironment);
+    return RUN_ALL_TESTS();
+}

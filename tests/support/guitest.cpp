@@ -1,0 +1,44 @@
+#include "guitest.h"
+#include "pump.h"
+
+#include <varnellibwx/varnellibwx.h>
+
+#include <wx/frame.h>
+
+namespace Varnel::Test {
+
+namespace {
+
+constexpr int kParentWidth = 480;
+constexpr int kParentHeight = 360;
+
+void failOnAssert(const wxString& file, int line, const wxString& function,
+                  const wxString& condition, const wxString& message) {
+    if (const auto text = Wx::formatWxAssertFailure(file, line, function, condition, message))
+        ADD_FAILURE() << text->toUtf8().data();
+}
+
+} // namespace
+
+void installAssertHandler() {
+    wxSetAssertHandler(&failOnAssert);
+}
+
+void GuiTest::SetUp() {
+    m_parent = new wxFrame(nullptr, wxID_ANY, "Test", wxPoint(40, 40),
+                           wxSize(kParentWidth, kParentHeight));
+    m_parent->Show();
+    ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
+    pumpPending();
+}
+
+void GuiTest::TearDown() {
+    if (!m_parent)
+        return;
+    m_parent->Destroy();
+    m_parent = nullptr;
+    EXPECT_TRUE(pumpUntil([] { return wxTopLevelWindows.IsEmpty(); }))
+        << "a top-level window outlived its test";
+}
+
+} // namespace Varnel::Test

@@ -1,0 +1,134 @@
+#include <varnellib/base/array.h>
+#include <varnellib/base/expected.h>
+#include <varnellib/base/flags.h>
+#include <varnellib/base/memory.h>
+#include <varnellib/base/stack.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+using namespace Varnel;
+
+TEST(Memory, BlocksHonourTheAlignmentAsked) {
+    for (uint64 alignment : {1u, 4u, 8u, 16u, 64u, 4096u}) {
+        for (uint64 size : {0u, 1u, 3u, 100u}) {
+            void* block = varnelMalloc(size, alignment);
+            ASSERT_NE(block, nullptr);
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % alignment, 0u)
+                << "alignment " << alignment << " size " << size;
+            varnelFree(block);
+        }
+    }
+    varnelFree(nullptr);
+    EXPECT_THROW(varnelMalloc(8, 3), StopException);
+    EXPECT_THROW(varnelMalloc(8, 0), StopException);
+
+    struct alignas(16) Pixel {
+        float lanes[4];
+    };
+    Stack<Pixel> pixels;
+    for (int i = 0; i < 5; ++i)
+        pixels.push(Pixel{});
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pixels.data()) % 16, 0u);
+}
+
+TEST(Stack, CapacityGrowsToTheLargerOfNeedAndOneAndAHalf) {
+    Stack<int> stack;
+    std::vector<int> capacities;
+    for (int i = 0; i < 30; ++i) {
+        const int before = stack.capacity();
+        stack.push(i);
+        if (stack.capacity() != before)
+            capacities.push_back(stack.capacity());
+    }
+    EXPECT_EQ(capacities, (std::vector<int>{1, 2, 3, 4, 6, 9, 13, 19, 28, 42}));
+
+    // A resize that needs more than half again takes exactly what it needs.
+    Stack<int> big;
+    big.push(1);
+    big.resize(10);
+    EXPECT_EQ(big.capacity(), 10);
+    big.insert(0, 0);
+    EXPECT_EQ(big.capacity(), 15);
+    EXPECT_EQ(big[0], 0);
+    EXPECT_EQ(big[1], 1);
+}
+
+TEST(Stack, PushPopInsertEraseKeepOrder) {
+    Stack<std::unique_ptr<int>> owned; // move-only elements survive regrowth
+    for (int i = 0; i < 10; ++i)
+        owned.push(std::make_unique<int>(i));
+    EXPECT_EQ(*owned.pop(), 9);
+    owned.erase(0);
+    owned.insert(2, std::make_unique<int>(42));
+    std::vector<int> values;
+    for (const auto& value : owned)
+        values.push_back(*value);
+    EXPECT_EQ(values, (std::vector<int>{1, 2, 42, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(*owned.top(), 8);
+
+    Stack<int> empty;
+    EXPECT_THROW(empty.pop(), StopException);
+    EXPECT_THROW(empty[0], StopException);
+    EXPECT_THROW(empty.erase(0), StopException);
+    EXPECT_THROW(empty.insert(1, 0), StopException);
+}
+
+TEST(ArrayAndView, ViewsShareTheElementsTheyShow) {
+    Array<int> array{3, 1, 4, 1, 5};
+    ArrayView<int> view = array.view();
+    view[1] = 9;
+    EXPECT_EQ(array[1], 9);
+    EXPECT_EQ(view.size(), 5);
+    Array<int> copy = array; // by value
+    copy[0] = 0;
+    EXPECT_EQ(array[0], 3);
+    EXPECT_EQ(Array<int>(ArrayView<const int>(array)), array);
+    EXPECT_EQ(Array<int>(3, 7), (Array<int>{7, 7, 7}));
+    EXPECT_THROW(array[5], StopException);
+    EXPECT_THROW(view[-1], StopException);
+    EXPECT_THROW(Array<int>(-1), StopException);
+
+    int raw[] = {1, 2};
+    ArrayView<const int> fromRaw(raw);
+    EXPECT_EQ(fromRaw.size(), 2);
+    EXPECT_TRUE(ArrayView<const int>().isEmpty());
+}
+
+namespace {
+enum class Border : uint32 { Hovered = 2, Enabled = 4, Flat = 8 };
+}
+
+TEST(Flags, SetTestAndClearSingleMembers) {
+    Flags<Border> state{Border::Hovered, Border::Enabled};
+    EXPECT_EQ(state.raw(), 6u);
+    EXPECT_TRUE(state.has(Border::Hovered));
+    EXPECT_FALSE(state.has(Border::Flat));
+    state.clear(Border::Hovered).set(Border::Flat);
+    EXPECT_EQ(state, (Flags<Border>{Border::Enabled, Border::Flat}));
+    state.set(Border::Enabled, false);
+    EXPECT_EQ(state, Flags<Border>(Border::Flat));
+    EXPECT_EQ(Flags<Border>::fromRaw(2), Flags<Border>(Border::Hovered));
+    EXPECT_TRUE(Flags<Border>().isEmpty());
+}
+
+TEST(Expected, HoldsValueOrErrorAndGuardsTheOtherHalf) {
+    Expected<int> good = 5;
+    Expected<int> bad = Unexpected{String(L"Cannot load curves from a file.")};
+    ASSERT_TRUE(good);
+    EXPECT_EQ(good.value(), 5);
+    EXPECT_THROW(good.error(), StopException);
+    ASSERT_FALSE(bad);
+    EXPECT_EQ(bad.error(), String(L"Cannot load curves from a file."));
+    EXPECT_THROW(bad.value(), StopException);
+    EXPECT_EQ(bad.valueOr(7), 7);
+
+    // The same type on both sides stays unambiguous.
+    Expected<String> text = String(L"ok");
+    Expected<String> failure = Unexpected{String(L"no")};
+    EXPECT_TRUE(text);
+    EXPECT_FALSE(failure);
+}

@@ -1,0 +1,78 @@
+#include <varnellib/base/function.h>
+#include <varnellib/base/pointers.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using Varnel::Function;
+
+TEST(Function, CopiesShareOneCallableAndItsState) {
+    int calls = 0;
+    Function<int()> counter = [calls]() mutable {
+        return ++calls;
+    };
+    Function<int()> copy = counter;
+    EXPECT_EQ(counter(), 1);
+    EXPECT_EQ(copy(), 2); // the copy sees the same lambda state
+    EXPECT_EQ(counter(), 3);
+    EXPECT_TRUE(copy == counter);
+    EXPECT_EQ(calls, 0); // captured by value: the original variable is untouched
+}
+
+TEST(Function, EmptyFunctionsAreNotCalled) {
+    Function<void(int)> none;
+    Function<int(int)> noneWithResult = nullptr;
+    EXPECT_FALSE(none);
+    none(1); // does nothing
+    EXPECT_EQ(noneWithResult(5), 0);
+
+    int (*nullPointer)(int) = nullptr;
+    Function<int(int)> fromNull = nullPointer;
+    EXPECT_FALSE(fromNull);
+    EXPECT_EQ(fromNull(3), 0);
+}
+
+TEST(Function, ForwardsArgumentsAndConvertsResults) {
+    Function<std::string(const std::string&, int)> repeat = [](const std::string& s, int n) {
+        std::string out;
+        for (int i = 0; i < n; ++i)
+            out += s;
+        return out;
+    };
+    EXPECT_EQ(repeat("ab", 3), "ababab");
+    Function<double(int)> half = [](int x) {
+        return x / 2;
+    }; // int result widened to double
+    EXPECT_EQ(half(5), 2.0);
+}
+
+namespace {
+struct Callbacks {
+    virtual ~Callbacks() = default;
+    virtual int changed() = 0;
+};
+struct Recorder : Callbacks {
+    int count = 0;
+    int changed() override { return ++count; }
+};
+} // namespace
+
+TEST(Pointers, SharedCallbacksOutliveEitherOwnerAndAutoPtrDeletes) {
+    Varnel::SharedPtr<Recorder> host = Varnel::makeShared<Recorder>();
+    Varnel::SharedPtr<Callbacks> dialog = host;
+    host.reset();
+    EXPECT_EQ(dialog->changed(), 1);
+    EXPECT_EQ(dialog.use_count(), 1);
+
+    bool deleted = false;
+    struct Probe {
+        bool* flag;
+        ~Probe() { *flag = true; }
+    };
+    {
+        Varnel::AutoPtr<Probe> owner = Varnel::makeAuto<Probe>(&deleted);
+        EXPECT_FALSE(deleted);
+    }
+    EXPECT_TRUE(deleted);
+}
