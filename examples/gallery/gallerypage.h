@@ -1,0 +1,33 @@
+#pragma once
+
+#include <wx/colour.h>
+#include <wx/string.h>
+
+#include <functional>
+#include <vector>
+
+class wxWindow;
+
+namespace Varnel::Gallery {
+
+/// One page of the gallery: a title for the list, the name of its screenshot file, and a
+/// function that builds the page's content as a child of `parent`.
+struct GalleryPage {
+    wxString title;
+    wxString fileName;
+    std::function<wxWindow*(wxWindow* parent)> create;
+};
+
+/// Every page, in the order of the list. Each widget adds its page here.
+std::vector<GalleryPage> galleryPages();
+
+/// The gallery's colours: the library's dark look.
+namespace Colors {
+inline const wxColour text(200, 200, 200);
+inline const wxColour background(68, 68, 68);
+inline const wxColour darkBackground(37, 37, 37);
+inline const wxColour selection(39, 147, 255);
+inline const wxColour selectionText(0, 0, 0);
+} // namespace Colors
+
+} // namespace Varnel::Gallery
