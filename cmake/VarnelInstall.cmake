@@ -35,6 +35,9 @@ execute_process(COMMAND ${wxWidgets_CONFIG_EXECUTABLE} --cxxflags
                 OUTPUT_VARIABLE VARNEL_WX_CFLAGS OUTPUT_STRIP_TRAILING_WHITESPACE)
 execute_process(COMMAND ${wxWidgets_CONFIG_EXECUTABLE} --libs core,base,net
                 OUTPUT_VARIABLE VARNEL_WX_LIBS OUTPUT_STRIP_TRAILING_WHITESPACE)
+# The .pc files find their prefix from where they are installed, so an install into any
+# prefix (cmake --install --prefix) stays usable.
+file(RELATIVE_PATH VARNEL_PC_TO_PREFIX /root/${CMAKE_INSTALL_LIBDIR}/pkgconfig /root)
 foreach(pc varnellib varnellibwx)
     configure_file(cmake/${pc}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc @ONLY)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc

@@ -6,6 +6,8 @@
 #include <wx/dcmemory.h>
 #include <wx/window.h>
 
+#include <ostream>
+
 namespace Varnel::Test {
 
 wxImage renderOffscreen(wxSize size, const std::function<void(wxDC&)>& paint,
@@ -20,10 +22,29 @@ wxImage renderOffscreen(wxSize size, const std::function<void(wxDC&)>& paint,
     return bitmap.ConvertToImage();
 }
 
+namespace {
+
+// Counts paint events and lets them on to the window's own handler (handlers bound later run
+// first).
+struct PaintCounter {
+    int paints = 0;
+    void onPaint(wxPaintEvent& event) {
+        ++paints;
+        event.Skip();
+    }
+};
+
+} // namespace
+
 wxImage captureOnScreen(wxWindow& window) {
+    PaintCounter counter;
+    window.Bind(wxEVT_PAINT, &PaintCounter::onPaint, &counter);
     window.Raise();
     window.Refresh();
-    window.Update();
+    // Windows drawn by the toolkit itself send no paint event; they are waited for no longer
+    // than this.
+    pumpUntil([&] { return window.IsShownOnScreen() && counter.paints > 0; }, 2s);
+    window.Unbind(wxEVT_PAINT, &PaintCounter::onPaint, &counter);
     pumpPending();
     return Wx::captureClientArea(window);
 }
@@ -41,3 +62,8 @@ int countPixels(const wxImage& image, const wxColour& colour) {
 }
 
 } // namespace Varnel::Test
+
+void PrintTo(const wxColour& colour, std::ostream* out) {
+    *out << "(" << int(colour.Red()) << "," << int(colour.Green()) << "," << int(colour.Blue())
+         << ")";
+}

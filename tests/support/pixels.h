@@ -4,6 +4,7 @@
 #include <wx/image.h>
 
 #include <functional>
+#include <iosfwd>
 
 class wxDC;
 class wxWindow;
@@ -25,3 +26,6 @@ wxColour pixelAt(const wxImage& image, int x, int y);
 int countPixels(const wxImage& image, const wxColour& colour);
 
 } // namespace Varnel::Test
+
+/// Lets test failures show colours as (r,g,b).
+void PrintTo(const wxColour& colour, std::ostream* out);
