@@ -8,7 +8,7 @@ packages=(
     libwxgtk3.2-dev libgtk-3-dev libx11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth clang-format
-    locales fonts-dejavu-core adwaita-icon-theme
+    colord-data locales fonts-dejavu-core adwaita-icon-theme
 )
 
 as_root() {

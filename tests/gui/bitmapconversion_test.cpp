@@ -1,0 +1,114 @@
+#include "guitest.h"
+#include "pixels.h"
+
+#include <varnellib/image/image.h>
+#include <varnellibwx/bitmapconversion.h>
+
+#include <wx/mstream.h>
+#include <wx/toplevel.h>
+
+#include <random>
+#include <vector>
+
+using namespace Varnel;
+using Test::pixelAt;
+
+using BitmapConversion = Test::GuiTest;
+
+TEST_F(BitmapConversion, MemoryImagesDecodeAndGarbageGivesAnInvalidImageQuietly) {
+    wxImage original(3, 2);
+    original.SetRGB(2, 1, 10, 20, 30);
+    wxMemoryOutputStream encoded;
+    ASSERT_TRUE(original.SaveFile(encoded, wxBITMAP_TYPE_PNG));
+    std::vector<char> bytes(encoded.GetSize());
+    encoded.CopyTo(bytes.data(), bytes.size());
+
+    const wxImage decoded =
+        Wx::convertMemoryToImage(bytes.data(), static_cast<int>(bytes.size()), wxBITMAP_TYPE_PNG);
+    ASSERT_TRUE(decoded.IsOk());
+    EXPECT_EQ(pixelAt(decoded, 2, 1), wxColour(10, 20, 30));
+    EXPECT_TRUE(
+        Wx::convertMemoryToBitmap(bytes.data(), static_cast<int>(bytes.size()), wxBITMAP_TYPE_PNG)
+            .IsOk());
+
+    std::mt19937 random(3);
+    std::vector<char> garbage(512);
+    for (char& c : garbage)
+        c = static_cast<char>(random());
+    const std::size_t windowsBefore = wxTopLevelWindows.size();
+    for (wxBitmapType type :
+         {wxBITMAP_TYPE_PNG, wxBITMAP_TYPE_JPEG, wxBITMAP_TYPE_BMP, wxBITMAP_TYPE_ANY}) {
+        EXPECT_FALSE(Wx::convertMemoryToImage(garbage.data(), 512, type).IsOk());
+        EXPECT_FALSE(Wx::convertMemoryToBitmap(garbage.data(), 512, type).IsOk());
+    }
+    EXPECT_FALSE(Wx::convertMemoryToImage(nullptr, 0, wxBITMAP_TYPE_PNG).IsOk());
+    EXPECT_EQ(wxTopLevelWindows.size(), windowsBefore) << "a decoding error opened a window";
+}
+
+TEST_F(BitmapConversion, FloatPixelsBecomeClampedBytesRoundedToEven) {
+    BitmapImpl<Rgb> pixels(2, 1);
+    pixels(0, 0) = Rgb(1.2f, -0.1f, 0.5f, 1.f);
+    pixels(1, 0) = Rgb(0.25f, 0.75f, 1.f, 0.5f);
+    const wxBitmap opaque = Wx::toWxBitmap(pixels, false);
+    ASSERT_TRUE(opaque.IsOk());
+    EXPECT_EQ(opaque.GetDepth(), 24);
+    const wxImage image = opaque.ConvertToImage();
+    EXPECT_EQ(pixelAt(image, 0, 0), wxColour(255, 0, 128)); // 127.5 rounds to even
+    EXPECT_EQ(pixelAt(image, 1, 0), wxColour(64, 191, 255));
+
+    const wxImage withAlpha = Wx::toWxBitmap(pixels, true).ConvertToImage();
+    ASSERT_TRUE(withAlpha.HasAlpha());
+    EXPECT_EQ(withAlpha.GetAlpha(1, 0), 128);
+    EXPECT_EQ(pixelAt(withAlpha, 1, 0), wxColour(64, 191, 255));
+
+    EXPECT_FALSE(Wx::toWxBitmap(BitmapImpl<Rgb>(0, 4), false).IsOk());
+}
+
+TEST_F(BitmapConversion, BitmapsReadBackAsUnlinearisedFloats) {
+    wxImage source(2, 2);
+    source.SetRGB(1, 0, 255, 51, 0);
+    wxBitmap opaque(source, 24);
+    const auto rgb = Wx::toRgbBitmap(opaque);
+    ASSERT_TRUE(rgb.hasValue()) << rgb.error().toUtf8().data();
+    EXPECT_EQ(rgb.value()(1, 0), Rgb(1.f, 0.2f, 0.f, 1.f)); // row 0 stays on top
+
+    source.SetAlpha();
+    source.SetAlpha(1, 0, 102);
+    wxBitmap translucent(source, 32);
+    const auto rgba = Wx::toRgbBitmap(translucent);
+    ASSERT_TRUE(rgba.hasValue());
+    EXPECT_EQ(rgba.value()(1, 0).a, 0.4f);
+
+    for (int depth : {1, 8}) {
+        wxBitmap other(4, 4, depth);
+        if (other.IsOk() && (other.GetDepth() == 24 || other.GetDepth() == 32))
+            continue; // the toolkit made a true-colour bitmap of it after all
+        const auto failure = Wx::toRgbBitmap(other);
+        ASSERT_FALSE(failure.hasValue()) << depth;
+        EXPECT_EQ(failure.error(), String(L"Bitmap has unsupported bit depth."));
+    }
+    wxBitmap none;
+    EXPECT_FALSE(Wx::toRgbBitmap(none).hasValue());
+}
+
+TEST_F(BitmapConversion, CoreImagesAreGammaEncodedAndFlipped) {
+    Image half({1, 1, 2.2f, ImageFormat::RgbaFloat32});
+    half.setRgba(0, 0, Rgb(0.5f, 0.5f, 0.5f, 0.5f));
+    const wxImage encoded = BitmapConverter::vellumImageToWxImage(half);
+    EXPECT_EQ(pixelAt(encoded, 0, 0), wxColour(186, 186, 186));
+    ASSERT_TRUE(encoded.HasAlpha());
+    EXPECT_EQ(encoded.GetAlpha(0, 0), 186); // alpha takes the exponent too
+
+    Image column({1, 2, 1.f, ImageFormat::RgbFloat32});
+    column.setRgba(0, 0, Rgb(1, 0, 0)); // bottom row
+    column.setRgba(0, 1, Rgb(0, 1, 0));
+    const wxImage flipped = BitmapConverter::vellumImageToWxImage(column);
+    EXPECT_FALSE(flipped.HasAlpha());
+    EXPECT_EQ(pixelAt(flipped, 0, 0), wxColour(0, 255, 0));
+    EXPECT_EQ(pixelAt(flipped, 0, 1), wxColour(255, 0, 0));
+    EXPECT_TRUE(BitmapConverter::vellumImageToWxBitmap(column).IsOk());
+
+    const wxImage empty =
+        BitmapConverter::vellumImageToWxImage(Image({3, 0, 1.f, ImageFormat::Rgb8}));
+    EXPECT_EQ(empty.IsOk() ? empty.GetHeight() : 0, 0);
+}

@@ -1,0 +1,193 @@
+// The native services against a real X server: where windows are, what the screen shows, which
+// window owns which, and the file choosers.
+#include "guitest.h"
+#include "input.h"
+#include "pump.h"
+#include "recorders.h"
+
+#include <varnellib/native/filedialog.h>
+#include <varnellib/native/screen.h>
+#include <varnellib/native/windowowner.h>
+
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/filedlg.h>
+#include <wx/frame.h>
+#include <wx/modalhook.h>
+#include <wx/panel.h>
+
+#include <gtk/gtk.h>
+
+#include <cmath>
+
+using namespace Varnel;
+using namespace Varnel::Test;
+
+namespace {
+
+// A panel painted in one colour by its own paint handler.
+class SolidPanel : public wxPanel {
+public:
+    SolidPanel(wxWindow* parent, wxPoint position, wxSize size, wxColour colour)
+        : wxPanel(parent, wxID_ANY, position, size) {
+        Bind(wxEVT_PAINT, [this, colour](wxPaintEvent&) {
+            wxPaintDC dc(this);
+            dc.SetBackground(wxBrush(colour));
+            dc.Clear();
+            ++paints;
+        });
+    }
+    int paints = 0;
+};
+
+WindowHandle handleOf(const wxWindow& window) {
+    return WindowHandle(window.GetHandle());
+}
+
+} // namespace
+
+using Native = GuiTest;
+
+TEST_F(Native, ScreenRegionIsWhereWxSaysTheWindowIs) {
+    auto* panel = new SolidPanel(&parent(), wxPoint(30, 20), wxSize(64, 48), *wxRED);
+    ASSERT_TRUE(pumpUntil([&] { return panel->paints > 0; }));
+    const wxRect expected = panel->GetScreenRect();
+    EXPECT_EQ(getScreenRegion(handleOf(*panel)),
+              (Bucket{expected.x, expected.y, expected.width, expected.height}));
+    EXPECT_EQ(getScreenRegion(WindowHandle()), Bucket());
+}
+
+TEST_F(Native, ScreenColoursAreDecodedToLinearInOneCapture) {
+    EXPECT_EQ(srgbByteToLinear(0), 0.f);
+    EXPECT_EQ(srgbByteToLinear(255), 1.f);
+    EXPECT_NEAR(srgbByteToLinear(10), 10 / 255.0 / 12.92, 1e-7); // the linear toe
+    EXPECT_NEAR(srgbByteToLinear(128), 0.2158605, 1e-6);
+
+    auto* panel = new SolidPanel(&parent(), wxPoint(0, 0), wxSize(40, 30), wxColour(128, 255, 10));
+    ASSERT_TRUE(pumpUntil([&] { return panel->paints > 0; }));
+    pumpPending();
+    const Bucket region = getScreenRegion(handleOf(*panel));
+    const BitmapImpl<Rgb> colors = getScreenRegionColors(region);
+    ASSERT_EQ(colors.width(), 40);
+    ASSERT_EQ(colors.height(), 30);
+    const Rgb expected(srgbByteToLinear(128), 1.f, srgbByteToLinear(10), 1.f);
+    for (auto [x, y] : {std::pair{0, 0}, {39, 0}, {20, 15}, {0, 29}, {39, 29}})
+        EXPECT_EQ(colors(x, y), expected) << x << "," << y;
+}
+
+TEST_F(Native, PixelsOffEveryMonitorComeBackTransparent) {
+    const wxSize screen = wxGetDisplaySize();
+    // Three columns left of the screen, three on it; and a corner hanging off the bottom right.
+    const BitmapImpl<Rgb> left = getScreenRegionColors({-3, 0, 6, 2});
+    for (int x = 0; x < 6; ++x)
+        EXPECT_EQ(left(x, 1).a, x < 3 ? 0.f : 1.f) << x;
+    EXPECT_EQ(left(0, 0), Rgb(0, 0, 0, 0));
+
+    const BitmapImpl<Rgb> corner = getScreenRegionColors({screen.x - 2, screen.y - 2, 4, 4});
+    EXPECT_EQ(corner(1, 1).a, 1.f);
+    EXPECT_EQ(corner(2, 1).a, 0.f);
+    EXPECT_EQ(corner(1, 2).a, 0.f);
+
+    const BitmapImpl<Rgb> away = getScreenRegionColors({-100, -100, 5, 5});
+    EXPECT_EQ(away(4, 4), Rgb(0, 0, 0, 0));
+    EXPECT_TRUE(getScreenRegionColors({0, 0, 0, 5}).isEmpty());
+}
+
+TEST_F(Native, OwnersAreSetReadAndCleared) {
+    auto* owned = new wxFrame(nullptr, wxID_ANY, "Owned");
+    owned->Show();
+    const WindowHandle ownedHandle = handleOf(*owned);
+    const WindowHandle ownerHandle = handleOf(parent());
+
+    EXPECT_TRUE(getOwnerAsNativeHandle(ownedHandle).isEmpty());
+    EXPECT_TRUE(setOwnerFromNativeHandle(ownedHandle, ownerHandle).isEmpty());
+    EXPECT_EQ(getOwnerAsNativeHandle(ownedHandle), ownerHandle);
+    // A child widget answers for its top-level window.
+    auto* child = new wxPanel(owned);
+    EXPECT_EQ(getOwnerAsNativeHandle(handleOf(*child)), ownerHandle);
+    EXPECT_EQ(setOwnerFromNativeHandle(ownedHandle, WindowHandle()), ownerHandle);
+    EXPECT_TRUE(getOwnerAsNativeHandle(ownedHandle).isEmpty());
+    owned->Destroy();
+}
+
+TEST_F(Native, ADisabledWindowTakesNoClicksUntilTheDisablerGoes) {
+    auto* button = new wxButton(&parent(), wxID_ANY, "Press", wxPoint(10, 10), wxSize(100, 40));
+    EventCounter clicks(*button, wxEVT_BUTTON);
+    pumpPending();
+    Input input;
+    {
+        WindowDisabler disabler(handleOf(*button));
+        input.click(*button, wxPoint(50, 20));
+        pumpPending();
+        EXPECT_EQ(clicks.count(), 0);
+    }
+    input.click(*button, wxPoint(50, 20));
+    EXPECT_TRUE(pumpUntil([&] { return clicks.count() == 1; }));
+}
+
+namespace {
+
+// Answers the file chooser that the code under test opens, as the user would, through
+// wxWidgets' modal dialog hook (the chooser is not shown), and notes what it would have shown.
+class ChooserAnswer : public wxModalDialogHook {
+public:
+    explicit ChooserAnswer(wxString path = {}) : m_path(std::move(path)) { Register(); }
+    ~ChooserAnswer() override { Unregister(); }
+
+    bool seen = false;
+    wxString title, wildcard, directory, filename;
+    long style = 0;
+
+private:
+    int Enter(wxDialog* dialog) override {
+        auto* chooser = dynamic_cast<wxFileDialog*>(dialog);
+        if (!chooser)
+            return wxID_NONE;
+        seen = true;
+        title = chooser->GetMessage();
+        wildcard = chooser->GetWildcard();
+        directory = chooser->GetDirectory();
+        filename = chooser->GetFilename();
+        style = chooser->GetWindowStyle();
+        // Once the chooser runs, press its Cancel or Save button the way GTK reports a click.
+        chooser->CallAfter([chooser, path = m_path] {
+            if (!path.empty())
+                chooser->SetPath(path);
+            gtk_dialog_response(GTK_DIALOG(chooser->GetHandle()),
+                                path.empty() ? GTK_RESPONSE_CANCEL : GTK_RESPONSE_ACCEPT);
+        });
+        return wxID_NONE;
+    }
+    void Exit(wxDialog*) override {}
+
+    wxString m_path; // empty: cancel
+};
+
+const String kFilter(L"Photoshop curve files (*.acv)|*.acv");
+
+} // namespace
+
+TEST_F(Native, FileChoosersShowTheirArgumentsAndCancelToAnEmptyPath) {
+    ChooserAnswer answer;
+    const Io::Path chosen = filenameOpenDlg(handleOf(parent()), String(L"Select file"), kFilter,
+                                            Io::Path(String(L"/tmp/curves.acv")));
+    ASSERT_TRUE(answer.seen);
+    EXPECT_TRUE(chosen.isEmpty());
+    EXPECT_EQ(answer.title, "Select file");
+    EXPECT_EQ(answer.wildcard, "Photoshop curve files (*.acv)|*.acv");
+    EXPECT_EQ(answer.directory, "/tmp");
+    EXPECT_TRUE(answer.style & wxFD_OPEN);
+}
+
+TEST_F(Native, TheSaveChooserAsksBeforeOverwritingOnlyWithFlagOne) {
+    for (uint32 raw : {0u, 1u}) {
+        ChooserAnswer answer("/tmp/varnel-saved.acv");
+        const Io::Path chosen =
+            filenameSaveDlg(handleOf(parent()), String(L"Save as"), kFilter,
+                            Flags<FileSelect>::fromRaw(raw), Io::Path(String(L"/tmp/old.acv")));
+        ASSERT_TRUE(answer.seen);
+        EXPECT_EQ(answer.filename, "old.acv");
+        EXPECT_EQ((answer.style & wxFD_OVERWRITE_PROMPT) != 0, raw == 1u);
+        EXPECT_EQ(chosen.string(), String(L"/tmp/varnel-saved.acv"));
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <varnellib/color/color.h>
+#include <varnellib/export.h>
+#include <varnellib/image/bitmap.h>
+#include <varnellib/native/windowhandle.h>
+
+namespace Varnel {
+
+/// The rectangle a window covers on the screen, in screen pixels (empty for an empty handle or
+/// a window that is not realised).
+VARNEL_LIB_EXPORT Bucket getScreenRegion(WindowHandle window);
+
+/// The screen's pixels inside `region`, taken in one capture, as linear colours: each 8-bit
+/// channel is decoded with the sRGB transfer curve of IEC 61966-2-1 (linear below 0.04045,
+/// a 2.4 power above), alpha 1. Pixels of the region that lie on no monitor come back as
+/// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row.
+VARNEL_LIB_EXPORT BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region);
+
+/// The sRGB decoding used above, for one 8-bit value.
+VARNEL_LIB_EXPORT float srgbByteToLinear(uint8 value);
+
+} // namespace Varnel
