@@ -15,9 +15,14 @@ namespace {
 
 constexpr float kByteScale = 255.f;
 
-// Clamp to 0..1, scale to 0..255 and round to nearest, ties to even (the default rounding mode).
+// 2^23: adding it to a float in 0..255 leaves no fraction bits, so the addition itself rounds
+// to the nearest integer, ties to even (the default rounding mode), without a library call.
+constexpr float kRoundingBias = 8388608.f;
+
+// Clamp to 0..1, scale to 0..255 and round to nearest, ties to even. NaN clamps to 0.
 unsigned char toByte(float value) {
-    return static_cast<unsigned char>(std::nearbyint(std::clamp(value, 0.f, 1.f) * kByteScale));
+    const float scaled = (value > 0.f ? std::min(value, 1.f) : 0.f) * kByteScale;
+    return static_cast<unsigned char>((scaled + kRoundingBias) - kRoundingBias);
 }
 
 } // namespace

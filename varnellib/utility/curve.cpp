@@ -63,6 +63,12 @@ float Curve::tangent(int index) const {
 }
 
 float Curve::evaluateSegment(int segment, float x) const {
+    if (m_interpolation == Linear)
+        return evaluateSegment(segment, x, 0.f, 0.f);
+    return evaluateSegment(segment, x, tangent(segment), tangent(segment + 1));
+}
+
+float Curve::evaluateSegment(int segment, float x, float leftTangent, float rightTangent) const {
     const CurvePoint& a = m_points[segment];
     const CurvePoint& b = m_points[segment + 1];
     const float h = b.x - a.x;
@@ -73,8 +79,8 @@ float Curve::evaluateSegment(int segment, float x) const {
         return a.y + (b.y - a.y) * t;
     // Cubic Hermite form with the two Steffen tangents.
     const float t2 = t * t, t3 = t2 * t;
-    return (2.f * t3 - 3.f * t2 + 1.f) * a.y + (t3 - 2.f * t2 + t) * h * tangent(segment) +
-           (-2.f * t3 + 3.f * t2) * b.y + (t3 - t2) * h * tangent(segment + 1);
+    return (2.f * t3 - 3.f * t2 + 1.f) * a.y + (t3 - 2.f * t2 + t) * h * leftTangent +
+           (-2.f * t3 + 3.f * t2) * b.y + (t3 - t2) * h * rightTangent;
 }
 
 float Curve::operator()(float x) const {
@@ -104,6 +110,9 @@ void Curve::evaluate(ArrayView<const float> xs, ArrayView<float> ys) const {
     const CurvePoint* p = m_points.data();
     int segment = 0;
     float previous = -INFINITY;
+    // The tangents of the segment last used: a run of samples inside one segment shares them.
+    int tangentsOf = -1;
+    float leftTangent = 0.f, rightTangent = 0.f;
     for (int i = 0; i < xs.size(); ++i) {
         const float x = xs.data()[i];
         if (std::isnan(x) || x < previous || !(x > p[0].x) || !(x < p[count - 1].x)) {
@@ -117,7 +126,12 @@ void Curve::evaluate(ArrayView<const float> xs, ArrayView<float> ys) const {
         }
         while (segment < count - 2 && !(x < p[segment + 1].x))
             ++segment;
-        ys.data()[i] = evaluateSegment(segment, x);
+        if (m_interpolation == Cubic && tangentsOf != segment) {
+            leftTangent = tangent(segment);
+            rightTangent = tangent(segment + 1);
+            tangentsOf = segment;
+        }
+        ys.data()[i] = evaluateSegment(segment, x, leftTangent, rightTangent);
         previous = x;
     }
 }

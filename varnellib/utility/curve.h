@@ -52,6 +52,7 @@ public:
 
 private:
     float evaluateSegment(int segment, float x) const;
+    float evaluateSegment(int segment, float x, float leftTangent, float rightTangent) const;
     float tangent(int index) const;
 
     Stack<CurvePoint> m_points;
