@@ -12,19 +12,7 @@
 
 namespace Varnel {
 namespace {
-
 constexpr float kByteScale = 255.f;
-
-// 2^23: adding it to a float in 0..255 leaves no fraction bits, so the addition itself rounds
-// to the nearest integer, ties to even (the default rounding mode), without a library call.
-constexpr float kRoundingBias = 8388608.f;
-
-// Clamp to 0..1, scale to 0..255 and round to nearest, ties to even. NaN clamps to 0.
-unsigned char toByte(float value) {
-    const float scaled = (value > 0.f ? std::min(value, 1.f) : 0.f) * kByteScale;
-    return static_cast<unsigned char>((scaled + kRoundingBias) - kRoundingBias);
-}
-
 } // namespace
 } // namespace Varnel
 
@@ -43,12 +31,12 @@ void writePixels(wxBitmap& target, const BitmapImpl<Rgb>& source, bool withAlpha
         typename PixelData::Iterator p = rowStart;
         const Rgb* row = source.row(y);
         for (int x = 0; x < source.width(); ++x, ++p) {
-            p.Red() = toByte(row[x].r);
-            p.Green() = toByte(row[x].g);
-            p.Blue() = toByte(row[x].b);
+            p.Red() = unitToByte(row[x].r);
+            p.Green() = unitToByte(row[x].g);
+            p.Blue() = unitToByte(row[x].b);
             if constexpr (std::is_same_v<PixelData, wxAlphaPixelData>)
                 if (withAlpha)
-                    p.Alpha() = toByte(row[x].a);
+                    p.Alpha() = unitToByte(row[x].a);
         }
         rowStart.OffsetY(data, 1);
     }
@@ -134,7 +122,7 @@ wxImage vellumImageToWxImage(const Image& image) {
     unsigned char* rgb = result.GetData();
     unsigned char* alpha = result.GetAlpha();
     auto lane = [exponent](float value) {
-        return toByte(exponent != 1.f ? std::pow(value, exponent) : value);
+        return unitToByte(exponent != 1.f ? std::pow(value, exponent) : value);
     };
     for (int y = 0; y < d.height; ++y) {
         const std::size_t rowStart = static_cast<std::size_t>(d.height - 1 - y) * d.width;

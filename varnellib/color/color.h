@@ -24,6 +24,18 @@ struct alignas(16) Rgb {
 };
 static_assert(sizeof(Rgb) == 16 && alignof(Rgb) == 16);
 
+/// 2^23: adding it to a float in 0..255 leaves no fraction bits, so the addition itself rounds to
+/// the nearest integer, ties to even (the default rounding mode), without a library call.
+inline constexpr float kByteRoundingBias = 8388608.f;
+
+/// A colour lane as an 8-bit value: clamped to 0..1, times 255, rounded to nearest with ties to
+/// even. NaN gives 0.
+inline uint8 unitToByte(float value) {
+    const float scaled = (value > 0.f ? (value < 1.f ? value : 1.f) : 0.f) * 255.f;
+    // Without fast-math the compiler may not fold (x + c) - c back into x.
+    return static_cast<uint8>((scaled + kByteRoundingBias) - kByteRoundingBias);
+}
+
 /// Three 8-bit channels, 0 to 255: skin colours and 8-bit pixels.
 struct RgbBytes {
     uint8 r = 0;
@@ -32,11 +44,13 @@ struct RgbBytes {
     constexpr bool operator==(const RgbBytes&) const = default;
 };
 
-/// Hue (degrees), saturation and value as floats.
+/// Hue (degrees), saturation and value as floats, and a fourth lane that a holder of the colour
+/// may use for its alpha (conversions leave it 0).
 struct Hsv {
     float h = 0.f;
     float s = 0.f;
     float v = 0.f;
+    float a = 0.f;
     constexpr bool operator==(const Hsv&) const = default;
 };
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace Varnel::Io {
 
@@ -26,8 +27,12 @@ FileStreamBase::FileStreamBase(const Path& path, const char* mode) : m_path(path
 }
 
 FileStreamBase::~FileStreamBase() {
-    if (m_file)
-        std::fclose(m_file);
+    closeFile();
+}
+
+int FileStreamBase::closeFile() noexcept {
+    std::FILE* file = std::exchange(m_file, nullptr);
+    return file ? std::fclose(file) : 0;
 }
 
 FileInputStream::FileInputStream(const Path& path) : FileStreamBase(path, "rb") {}
@@ -46,15 +51,22 @@ FileOutputStream::FileOutputStream(const Path& path, Flags<Open> mode)
 FileOutputStream::~FileOutputStream() = default;
 
 void FileOutputStream::write(const void* buffer, int64 count) {
-    VARNEL_REQUIRE(count >= 0 && (buffer || count == 0), "io/filestream");
+    VARNEL_REQUIRE(count >= 0 && (buffer || count == 0) && file(), "io/filestream");
     if (std::fwrite(buffer, 1, static_cast<std::size_t>(count), file()) !=
         static_cast<std::size_t>(count))
         throwFileError("cannot write", path(), errno);
 }
 
 void FileOutputStream::flush() {
+    VARNEL_REQUIRE(file(), "io/filestream");
     if (std::fflush(file()) != 0)
         throwFileError("cannot write", path(), errno);
+}
+
+void FileOutputStream::close() {
+    flush();
+    if (closeFile() != 0)
+        throwFileError("cannot close", path(), errno);
 }
 
 } // namespace Varnel::Io

@@ -37,6 +37,8 @@ public:
 protected:
     FileStreamBase(const Path& path, const char* mode);
     std::FILE* file() const noexcept { return m_file; }
+    /// Closes the file now; returns what fclose said (0 for success).
+    int closeFile() noexcept;
 
 private:
     Path m_path;
@@ -60,12 +62,15 @@ public:
 
     /// Without Append the file is created or truncated.
     FileOutputStream(const Path& path, Flags<Open> mode = Open::CreateOrTruncate);
-    /// Flushes and closes; a failure to flush here cannot be reported and is ignored: call
-    /// flush() first where it matters.
+    /// Closes the file if close() was not called; a failure then cannot be reported: call
+    /// close() where it matters.
     ~FileOutputStream() override;
 
     void write(const void* buffer, int64 count) override;
     void flush();
+    /// Flushes and closes the file, throwing std::system_error if either fails. Writing after
+    /// it raises the stop exception.
+    void close();
 };
 
 } // namespace Varnel::Io

@@ -1,0 +1,196 @@
+#include <varnellib/base/stopexception.h>
+#include <varnellibwx/widgets/colormodel.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+using namespace Varnel;
+using namespace Varnel::Wx::Detail;
+
+namespace {
+
+// Within a few units in the last place: the model is exact float arithmetic, and the examples it
+// is checked against are written as decimals.
+::testing::AssertionResult nearUlps(float actual, float expected, int ulps = 4) {
+    const float tolerance =
+        ulps * std::max(std::fabs(expected), 1e-30f) * std::numeric_limits<float>::epsilon();
+    if (std::fabs(actual - expected) <= tolerance)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << actual << " is not within " << ulps << " ulps of " << expected;
+}
+
+} // namespace
+
+TEST(ColorModel, HuesOfPrimariesSecondariesGreysAndBlack) {
+    const struct {
+        Rgb rgb;
+        Hsv hsv;
+    } cases[] = {
+        {{1, 0, 0}, {0, 1, 1}},
+        {{1, 1, 0}, {60, 1, 1}},
+        {{0, 1, 0}, {120, 1, 1}},
+        {{0, 1, 1}, {180, 1, 1}},
+        {{0, 0, 1}, {240, 1, 1}},
+        {{1, 0, 1}, {300, 1, 1}},
+        {{0, 0, 0}, {0, 0, 0}},
+        {{0.5f, 0.5f, 0.5f}, {0, 0, 0.5f}},
+        {{0.2f, 0.1f, 0.1f}, {0, 0.5f, 0.2f}},
+    };
+    for (const auto& c : cases) {
+        const Hsv hsv = rgbToHsv(c.rgb);
+        EXPECT_TRUE(nearUlps(hsv.h, c.hsv.h)) << c.hsv.h;
+        EXPECT_TRUE(nearUlps(hsv.s, c.hsv.s)) << c.hsv.h;
+        EXPECT_EQ(hsv.v, c.hsv.v);
+        EXPECT_EQ(hsv.a, 0.f);
+    }
+    // Blue goes through both swaps and lands one float short of 240, as the arithmetic says.
+    EXPECT_EQ(rgbToHsv({0, 0, 1}).h, 239.99998f);
+}
+
+TEST(ColorModel, HueWrapsForNegativeAndLargeHues) {
+    for (float s : {0.f, 0.4f, 1.f}) {
+        const Rgb at0 = hsvToRgb({0, s, 0.8f});
+        const Rgb at360 = hsvToRgb({360, s, 0.8f});
+        const Rgb at240 = hsvToRgb({240, s, 0.8f});
+        const Rgb atMinus120 = hsvToRgb({-120, s, 0.8f});
+        const Rgb at600 = hsvToRgb({600, s, 0.8f});
+        for (auto [a, b] : {std::pair{at0, at360}, {at240, atMinus120}, {at240, at600}}) {
+            EXPECT_NEAR(a.r, b.r, 1e-5f);
+            EXPECT_NEAR(a.g, b.g, 1e-5f);
+            EXPECT_NEAR(a.b, b.b, 1e-5f);
+        }
+    }
+    EXPECT_EQ(hsvToRgb({0, 1, 1}).r, 1.f);
+    EXPECT_EQ(hsvToRgb({120, 0.5f, 1}).a, 0.f);
+}
+
+TEST(ColorModel, RgbToHsvAndBackReturnsTheColour) {
+    std::mt19937 random(42);
+    std::uniform_real_distribution<float> unit(0.f, 1.f);
+    for (int i = 0; i < 100000; ++i) {
+        const Rgb color(unit(random), unit(random), unit(random));
+        const Rgb back = hsvToRgb(rgbToHsv(color));
+        ASSERT_NEAR(back.r, color.r, 2e-6f) << i;
+        ASSERT_NEAR(back.g, color.g, 2e-6f) << i;
+        ASSERT_NEAR(back.b, color.b, 2e-6f) << i;
+    }
+}
+
+TEST(ColorModel, HwbScalingAndThePureBlackRule) {
+    EXPECT_EQ(hsvToHwb({30, 0.25f, 0.8f}), (Hwb{30, 0.75f * 0.8f, 1.f - 0.8f, 0}));
+    // Whiteness and blackness summing past 1 are scaled down first.
+    const Hsv scaled = hwbToHsv({10, 0.8f, 0.8f});
+    EXPECT_EQ(scaled.v, 0.5f);
+    EXPECT_EQ(scaled.s, 0.f);
+    // Pure black keeps full saturation, so its hue survives the round trip.
+    const Hsv black = hwbToHsv({200, 0.f, 1.f});
+    EXPECT_EQ(black.v, 0.f);
+    EXPECT_EQ(black.s, 1.f);
+    EXPECT_EQ(black.h, 200.f);
+    // Just outside the 0.0001 band the formula applies.
+    EXPECT_NEAR(hwbToHsv({0, 0.f, 0.999f}).s, 1.f, 1e-6f);
+    EXPECT_EQ(hwbToHsv({0, 0.5f, 0.f}).s, 0.5f);
+    const Rgb viaHwb = hwbToRgb(hsvToHwb({90, 0.6f, 0.7f}));
+    const Rgb direct = hsvToRgb({90, 0.6f, 0.7f});
+    EXPECT_NEAR(viaHwb.g, direct.g, 1e-6f);
+    EXPECT_NEAR(viaHwb.b, direct.b, 1e-6f);
+}
+
+TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
+    const Rgb orange(1.f, 128 * kOne255th, 0.f, 1.f);
+    for (const wchar_t* text :
+         {L"ff8000", L"FF8000", L"  \tff8000", L"ff8000zz", L"0xff8000", L"1ff8000"}) {
+        const auto color = parseHexColor(String(text));
+        ASSERT_TRUE(color.has_value()) << String(text).toUtf8().data();
+        EXPECT_EQ(*color, orange) << String(text).toUtf8().data();
+    }
+    EXPECT_FALSE(parseHexColor(String(L"")).has_value());
+    EXPECT_FALSE(parseHexColor(String(L"zz")).has_value());
+    EXPECT_FALSE(parseHexColor(String(L"   ")).has_value());
+    EXPECT_EQ(parseHexColor(String(L"0")), Rgb(0, 0, 0, 1));
+    // Too large for the stream: it keeps its largest value, whose low 24 bits are white.
+    EXPECT_EQ(parseHexColor(String(L"123456789abcdef0123")), Rgb(1, 1, 1, 1));
+
+    EXPECT_EQ(formatHexColor({1.f, 0.5f, 0.f, 1.f}), String(L"FF8000")); // 127.5 -> 128
+    EXPECT_EQ(formatHexColor({1.7f, -0.2f, 0.5f, 0.f}), String(L"FF0080"));
+    EXPECT_EQ(formatHexColor({2.5f / 255.f, 1.5f / 255.f, 0.f}), String(L"020200"));
+    for (int value : {0, 1, 127, 128, 200, 255}) {
+        const Rgb grey(value / 255.f, value / 255.f, value / 255.f);
+        EXPECT_EQ(parseHexColor(formatHexColor(grey))->r, value * kOne255th);
+    }
+    EXPECT_EQ(toRgbBytes({0.5f, 1.2f, std::nanf("")}), (RgbBytes{128, 255, 0}));
+}
+
+TEST(ColorModel, SliderTracksAndPositionMaps) {
+    const Rgb color(0.1f, 0.2f, 0.3f, 0.4f);
+    const Hsv hsv = rgbToHsv(color);
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Green, 0.7f, color, hsv), Rgb(0.1f, 0.7f, 0.3f, 0.4f));
+    // The alpha track truncates to 8 bits: 0.999 shows 254, not 255.
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Alpha, 0.999f, color, hsv),
+              Rgb(254 / 255.f, 254 / 255.f, 254 / 255.f, 1.f));
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Alpha, 1.f, color, hsv).r, 1.f);
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Hue, 0.f, color, hsv), hsvToRgb({0, 1, 1}));
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Value, 0.f, color, hsv), Rgb(0, 0, 0, 0));
+
+    EXPECT_EQ(gammaMap(0.5f, PositionValueMap::PositionToValue), std::pow(0.5f, 2.2f));
+    EXPECT_EQ(gammaMap(0.25f, PositionValueMap::ValueToPosition), std::pow(0.25f, 0.45454544f));
+    const float whitePosition = squareMap(6500.f, PositionValueMap::ValueToPosition, 1700, 15000);
+    EXPECT_NEAR(whitePosition, 0.6007f, 1e-4f);
+    EXPECT_NEAR(squareMap(whitePosition, PositionValueMap::PositionToValue, 1700, 15000), 6500.f,
+                0.01f);
+    EXPECT_THROW(gammaMap(1.f, static_cast<PositionValueMap>(2)), StopException);
+}
+
+TEST(ColorModel, TemperatureColoursAreRelativeToTheWhitePoint) {
+    const Rgb white = temperatureToRgb(6500.f);
+    EXPECT_TRUE(nearUlps(white.r, 1.f));
+    EXPECT_TRUE(nearUlps(white.g, 1.f));
+    EXPECT_TRUE(nearUlps(white.b, 1.f));
+    const Rgb warm = temperatureToRgb(1700.f);
+    EXPECT_EQ(warm.r, 1.f);
+    EXPECT_LT(warm.b, warm.g);
+    const Rgb cool = temperatureToRgb(15000.f);
+    EXPECT_EQ(cool.b, 1.f);
+    EXPECT_LT(cool.r, cool.g);
+    EXPECT_EQ(sliderTrackColor(ColorSlider::Temperature, 0.f, {}, {}), warm);
+}
+
+TEST(ColorModel, RangeScalesAndTheirStopPosition) {
+    using Varnel::Wx::ColorPickerTypes::Range;
+    EXPECT_EQ(rangeScale(Range::ZeroTo255).maximum, 255.f);
+    EXPECT_EQ(rangeScale(Range::ZeroToOne).decimals, 3);
+    EXPECT_EQ(rangeScale(Range::Percent).step, 0.1f);
+    try {
+        rangeScale(static_cast<Range>(3));
+        ADD_FAILURE() << "no stop exception";
+    } catch (const StopException& stop) {
+        EXPECT_STREQ(stop.file(), "widgets/colorpicker");
+        EXPECT_EQ(stop.line(), 798);
+    }
+}
+
+TEST(ColorModel, EyedropperAveragingIgnoresTransparentSamples) {
+    BitmapImpl<Rgb> one(1, 1, Rgb(0.2f, 0.4f, 0.6f, 1.f)); // radius 0: a single pixel
+    EXPECT_EQ(averageSamples(one), Rgb(0.2f, 0.4f, 0.6f, 1.f));
+
+    BitmapImpl<Rgb> edge(3, 1, Rgb(0, 0, 0, 0)); // two pixels off the screen
+    edge(2, 0) = Rgb(0.9f, 0.3f, 0.6f, 1.f);
+    EXPECT_EQ(averageSamples(edge), Rgb(0.9f, 0.3f, 0.6f, 1.f));
+
+    BitmapImpl<Rgb> opaque(2, 1, Rgb(0, 0, 0, 1));
+    opaque(1, 0) = Rgb(1, 0.5f, 0, 1);
+    EXPECT_EQ(averageSamples(opaque), Rgb(0.5f, 0.25f, 0, 1));
+    // Nothing on screen at all: the divisor stays 1, nothing divides by zero.
+    EXPECT_EQ(averageSamples(BitmapImpl<Rgb>(4, 4, Rgb(0, 0, 0, 0))), Rgb(0, 0, 0, 0));
+}
+
+TEST(ColorModel, InverseColourScalesReciprocalsOrMarksZeroLanes) {
+    const Rgb inverse = inverseColor({0.5f, 0.25f, 1.f, 1.f});
+    EXPECT_EQ(inverse, Rgb(0.5f, 1.f, 0.25f, 0.25f)); // reciprocals 2, 4, 1, 1 over 4
+    // Any zero channel: 1 exactly where the input was 0, alpha included, 0 elsewhere.
+    EXPECT_EQ(inverseColor({0.f, 0.3f, 0.7f, 1.f}), Rgb(1, 0, 0, 0));
+    EXPECT_EQ(inverseColor({0.f, 0.f, 0.2f, 0.f}), Rgb(1, 1, 0, 1));
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <varnellib/base/optional.h>
+#include <varnellib/base/string.h>
+#include <varnellib/color/color.h>
+#include <varnellib/image/bitmap.h>
+#include <varnellibwx/widgets/colorpickertypes.h>
+
+// The colour model of the picker family: every conversion among the forms a colour takes in the
+// picker (RGB, HSV, HWB, hex text, spinner numbers, temperatures), written in 32-bit floats
+// exactly as the picker, its sub-controls, the swatch button and the eyedropper must agree on
+// them to the last bit.
+namespace Varnel::Wx::Detail {
+
+/// Hue (degrees, shared with HSV), whiteness and blackness, and a fourth lane as in Hsv.
+struct Hwb {
+    float h = 0.f;
+    float w = 0.f;
+    float b = 0.f;
+    float a = 0.f;
+    bool operator==(const Hwb&) const = default;
+};
+
+/// The direction of a slider's position/value map.
+enum class PositionValueMap : int { PositionToValue = 0, ValueToPosition = 1 };
+
+/// The sliders of the picker whose tracks show colours.
+enum class ColorSlider : int { Red, Green, Blue, Alpha, Hue, Sat, Value, Temperature };
+
+/// What a spinner of the picker shows: its limits, decimals and step.
+struct SpinnerScale {
+    float minimum;
+    float maximum;
+    int decimals;
+    float step;
+};
+
+inline constexpr SpinnerScale kTemperatureScale{1700.f, 15000.f, 0, 1.f};
+
+/// The float constants of the model.
+inline constexpr float kOneSixth = 0.16666667f;
+inline constexpr float kOneThird = 0.33333334f;
+inline constexpr float kTwoThirds = 0.6666667f;
+inline constexpr float kOne360th = 0.0027777778f;
+inline constexpr float kOne255th = 0.003921569f;
+inline constexpr float kGamma = 2.2f;
+inline constexpr float kInverseGamma = 0.45454544f;
+
+Hsv rgbToHsv(const Rgb& color);
+/// Wraps for any hue, negative or past 360; the fourth lane of the result is 0.
+Rgb hsvToRgb(const Hsv& hsv);
+Hwb hsvToHwb(const Hsv& hsv);
+/// Whiteness and blackness summing past 1 are scaled to sum to 1; pure black keeps full
+/// saturation.
+Hsv hwbToHsv(const Hwb& hwb);
+Rgb hwbToRgb(const Hwb& hwb);
+
+/// The picker's colour for a black body at `kelvin`, relative to the 6500 K white, encoded with
+/// the 2.2 power law and clamped to 0..1. The algorithm leaves the fourth lane undefined; it is
+/// answered as 1.
+Rgb temperatureToRgb(float kelvin);
+
+/// Reads text the way a wide input stream reads one hexadecimal integer (leading blanks
+/// skipped, either case, stopping at the first non-hex character) and takes the low 24 bits as
+/// red, green and blue, alpha 1. Text without a hex digit gives nothing; a number too large for
+/// the stream keeps the largest value it holds.
+Optional<Rgb> parseHexColor(const String& text);
+/// Six upper-case hex digits of the 8-bit red, green and blue; no "#", no alpha.
+String formatHexColor(const Rgb& color);
+
+/// The colour to draw on screen: each lane clamped, times 255, rounded to nearest-even.
+RgbBytes toRgbBytes(const Rgb& color);
+
+/// What a slider's track shows at position `position` (0..1), given the picker's colour in both
+/// forms. The alpha track is quantised to 8 bits by truncation; the temperature track maps the
+/// position through the square map of the temperature scale.
+Rgb sliderTrackColor(ColorSlider slider, float position, const Rgb& color, const Hsv& hsv);
+
+/// value = position^2.2 and back (position = value^0.45454544), for linear-space spinners.
+float gammaMap(float x, PositionValueMap direction);
+/// value = minimum + (maximum - minimum) * position^2 and back, for the temperature slider.
+float squareMap(float x, PositionValueMap direction, float minimum, float maximum);
+
+/// The spinner scale of a range; an unknown range raises the stop exception.
+SpinnerScale rangeScale(ColorPickerTypes::Range range);
+
+/// The eyedropper's average of screen samples: the lane-wise sum divided, in all four lanes, by
+/// max(sum of alpha, 1), so transparent samples off the screen do not count.
+Rgb averageSamples(const BitmapImpl<Rgb>& samples);
+
+/// The colour "Pick Inverse" answers: the reciprocals scaled so the brightest channel is 1, or,
+/// when a channel is exactly 0, 1 in every lane that was 0 and 0 elsewhere.
+Rgb inverseColor(const Rgb& color);
+
+} // namespace Varnel::Wx::Detail
