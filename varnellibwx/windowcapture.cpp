@@ -1,24 +1,22 @@
 #include <varnellibwx/windowcapture.h>
 
-#include <wx/bitmap.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
+#include <varnellib/native/screen.h>
+
 #include <wx/window.h>
+
+#include <cstring>
 
 namespace Varnel::Wx {
 
 wxImage captureScreenRect(const wxRect& screenRect) {
     if (screenRect.IsEmpty())
         return {};
-    wxBitmap bitmap(screenRect.GetSize(), 24);
-    {
-        wxMemoryDC memory(bitmap);
-        memory.SetBackground(*wxBLACK_BRUSH);
-        memory.Clear();
-        wxScreenDC screen;
-        memory.Blit(0, 0, screenRect.width, screenRect.height, &screen, screenRect.x, screenRect.y);
-    }
-    return bitmap.ConvertToImage();
+    const Stack<RgbBytes> pixels =
+        getScreenRegionBytes({screenRect.x, screenRect.y, screenRect.width, screenRect.height});
+    wxImage image(screenRect.width, screenRect.height, false);
+    static_assert(sizeof(RgbBytes) == 3);
+    std::memcpy(image.GetData(), pixels.data(), pixels.size() * sizeof(RgbBytes));
+    return image;
 }
 
 wxImage captureWindow(const wxWindow& window) {

@@ -39,7 +39,6 @@ struct PaintCounter {
 wxImage captureOnScreen(wxWindow& window) {
     PaintCounter counter;
     window.Bind(wxEVT_PAINT, &PaintCounter::onPaint, &counter);
-    window.Raise();
     window.Refresh();
     // Windows drawn by the toolkit itself send no paint event; they are waited for no longer
     // than this.

@@ -1,5 +1,8 @@
 #include <varnellib/native/screen.h>
 
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
 #include <array>
@@ -49,42 +52,88 @@ Bucket getScreenRegion(WindowHandle window) {
     return {x, y, allocation.width, allocation.height};
 }
 
-BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
-    BitmapImpl<Rgb> result(std::max(region.width, 0), std::max(region.height, 0));
-    GdkDisplay* display = gdk_display_get_default();
-    if (result.isEmpty() || !display)
-        return result;
-    GdkWindow* root = gdk_get_default_root_window();
-    const Bucket screen{0, 0, gdk_window_get_width(root), gdk_window_get_height(root)};
-    const Bucket captured = region.intersect(screen);
-    if (captured.isEmpty())
-        return result;
-    GdkPixbuf* pixbuf =
-        gdk_pixbuf_get_from_window(root, captured.x, captured.y, captured.width, captured.height);
-    if (!pixbuf)
-        return result;
+namespace {
 
-    const guchar* pixels = gdk_pixbuf_get_pixels(pixbuf);
-    const int stride = gdk_pixbuf_get_rowstride(pixbuf);
-    const int channels = gdk_pixbuf_get_n_channels(pixbuf);
-    const auto& decode = srgbTable();
-    // Only the parts of the capture that some monitor shows are real pixels; the rest of the
-    // root window (between monitors of different sizes) stays transparent.
+// The part of `region` that some monitor shows, as rectangles (one a monitor); the rest of the
+// root window (between monitors of different sizes) shows nothing.
+Stack<Bucket> shownParts(GdkDisplay* display, const Bucket& region) {
+    Stack<Bucket> parts;
     for (int m = 0; m < gdk_display_get_n_monitors(display); ++m) {
-        GdkRectangle geometry;
-        gdk_monitor_get_geometry(gdk_display_get_monitor(display, m), &geometry);
-        const Bucket shown =
-            captured.intersect({geometry.x, geometry.y, geometry.width, geometry.height});
+        GdkRectangle g;
+        gdk_monitor_get_geometry(gdk_display_get_monitor(display, m), &g);
+        const Bucket shown = region.intersect({g.x, g.y, g.width, g.height});
+        if (!shown.isEmpty())
+            parts.push(shown);
+    }
+    return parts;
+}
+
+int lowestBit(unsigned long mask) {
+    int shift = 0;
+    while (mask && !(mask & 1u)) {
+        mask >>= 1;
+        ++shift;
+    }
+    return shift;
+}
+
+// Reads the screen with XGetImage: one request for the whole captured rectangle. Reading through
+// a cairo surface of the root window instead returns stale pixels after the first read, because
+// cairo keeps a copy of a surface it believes nobody else draws on.
+template <class Store>
+bool readScreen(const Bucket& region, Store&& store) {
+    GdkDisplay* display = gdk_display_get_default();
+    if (!display || !GDK_IS_X11_DISPLAY(display))
+        return false;
+    Display* x = gdk_x11_display_get_xdisplay(display);
+    const ::Window root = DefaultRootWindow(x);
+    XWindowAttributes rootAttributes;
+    XGetWindowAttributes(x, root, &rootAttributes);
+    const Bucket captured = region.intersect({0, 0, rootAttributes.width, rootAttributes.height});
+    if (captured.isEmpty())
+        return true;
+    XImage* image =
+        XGetImage(x, root, captured.x, captured.y, static_cast<unsigned>(captured.width),
+                  static_cast<unsigned>(captured.height), AllPlanes, ZPixmap);
+    if (!image)
+        return false;
+    const int redShift = lowestBit(image->red_mask), greenShift = lowestBit(image->green_mask),
+              blueShift = lowestBit(image->blue_mask);
+    for (const Bucket& shown : shownParts(display, captured)) {
         for (int y = shown.y; y < shown.y + shown.height; ++y) {
-            const guchar* source = pixels + (y - captured.y) * stride;
-            Rgb* target = result.row(y - region.y);
-            for (int x = shown.x; x < shown.x + shown.width; ++x) {
-                const guchar* p = source + (x - captured.x) * channels;
-                target[x - region.x] = Rgb(decode[p[0]], decode[p[1]], decode[p[2]], 1.f);
+            for (int xx = shown.x; xx < shown.x + shown.width; ++xx) {
+                const unsigned long p = XGetPixel(image, xx - captured.x, y - captured.y);
+                store(xx - region.x, y - region.y,
+                      RgbBytes{static_cast<uint8>((p & image->red_mask) >> redShift),
+                               static_cast<uint8>((p & image->green_mask) >> greenShift),
+                               static_cast<uint8>((p & image->blue_mask) >> blueShift)});
             }
         }
     }
-    g_object_unref(pixbuf);
+    XDestroyImage(image);
+    return true;
+}
+
+} // namespace
+
+Stack<RgbBytes> getScreenRegionBytes(const Bucket& region) {
+    Stack<RgbBytes> bytes;
+    if (region.isEmpty())
+        return bytes;
+    bytes.resize(region.width * region.height);
+    readScreen(region,
+               [&](int x, int y, RgbBytes colour) { bytes[y * region.width + x] = colour; });
+    return bytes;
+}
+
+BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
+    BitmapImpl<Rgb> result(std::max(region.width, 0), std::max(region.height, 0));
+    if (result.isEmpty())
+        return result;
+    const auto& decode = srgbTable();
+    readScreen(region, [&](int x, int y, RgbBytes c) {
+        result(x, y) = Rgb(decode[c.r], decode[c.g], decode[c.b], 1.f);
+    });
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <varnellib/base/stack.h>
 #include <varnellib/color/color.h>
 #include <varnellib/export.h>
 #include <varnellib/image/bitmap.h>
@@ -16,6 +17,10 @@ VARNEL_LIB_EXPORT Bucket getScreenRegion(WindowHandle window);
 /// a 2.4 power above), alpha 1. Pixels of the region that lie on no monitor come back as
 /// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row.
 VARNEL_LIB_EXPORT BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region);
+
+/// The screen's pixels inside `region` as 8-bit red, green and blue, row by row from the top, read
+/// straight from the X server (never from a cached copy). Pixels on no monitor are black.
+VARNEL_LIB_EXPORT Stack<RgbBytes> getScreenRegionBytes(const Bucket& region);
 
 /// The sRGB decoding used above, for one 8-bit value.
 VARNEL_LIB_EXPORT float srgbByteToLinear(uint8 value);
