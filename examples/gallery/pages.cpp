@@ -1,3 +1,4 @@
+#include "buttonspage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
 
@@ -6,6 +7,7 @@ namespace Varnel::Gallery {
 std::vector<GalleryPage> galleryPages() {
     return {
         {"Library", "library", &createLibraryPage},
+        {"Buttons and lines", "buttons-and-lines", &createButtonsPage},
     };
 }
 

@@ -1,0 +1,115 @@
+#include "startedlibrary.h"
+
+#include <varnellib/native/process.h>
+#include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/tooltip.h>
+
+#include <wx/button.h>
+#include <wx/frame.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace Varnel;
+
+constexpr int kButtons = 1000;
+
+/// A shown frame to put the controls in, for one benchmark run.
+class Host {
+public:
+    Host() : frame(new wxFrame(nullptr, wxID_ANY, "bench", wxPoint(0, 0), wxSize(400, 300))) {
+        frame->Show();
+        settle();
+    }
+    ~Host() {
+        frame->Destroy();
+        settle();
+    }
+    static void settle() {
+        LibWx::processAllPendingEvents();
+        wxTheApp->ProcessIdle();
+        LibWx::processAllPendingEvents();
+    }
+    wxFrame* frame;
+};
+
+void CreateDestroy1000_Button(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    for (auto _ : state) {
+        std::vector<wxWindow*> buttons;
+        for (int i = 0; i < kButtons; ++i)
+            buttons.push_back(new Wx::Button(host.frame, Wx::GuiSkin(), wxID_ANY, "Apply"));
+        for (wxWindow* button : buttons)
+            delete button;
+    }
+}
+BENCHMARK(CreateDestroy1000_Button)->Unit(benchmark::kMillisecond);
+
+void CreateDestroy1000_wxButton(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    for (auto _ : state) {
+        std::vector<wxWindow*> buttons;
+        for (int i = 0; i < kButtons; ++i)
+            buttons.push_back(new wxButton(host.frame, wxID_ANY, "Apply"));
+        for (wxWindow* button : buttons)
+            delete button;
+    }
+}
+BENCHMARK(CreateDestroy1000_wxButton)->Unit(benchmark::kMillisecond);
+
+template <class Make>
+void paintOne(benchmark::State& state, Make make) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    wxWindow* button = make(host.frame);
+    button->SetSize(10, 10, 120, 30);
+    Host::settle();
+    for (auto _ : state) {
+        button->Refresh();
+        button->Update();
+    }
+}
+
+void Paint_Button(benchmark::State& state) {
+    paintOne(state, [](wxWindow* parent) {
+        return new Wx::Button(parent, Wx::GuiSkin(), wxID_ANY, "Apply");
+    });
+}
+BENCHMARK(Paint_Button)->Unit(benchmark::kMicrosecond);
+
+void Paint_wxButton(benchmark::State& state) {
+    paintOne(state, [](wxWindow* parent) { return new wxButton(parent, wxID_ANY, "Apply"); });
+}
+BENCHMARK(Paint_wxButton)->Unit(benchmark::kMicrosecond);
+
+void WrapTooltip2000Words(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    std::wstring text;
+    const wchar_t* words[] = {L"tone", L"curve", L"histogram", L"exposure", L"white", L"balance"};
+    for (int i = 0; i < 2000; ++i) {
+        text += words[i % 6];
+        text += i % 97 == 96 ? L'\n' : L' ';
+    }
+    auto* tooltip = new Wx::Tooltip(host.frame, String());
+    const String content(text.c_str());
+    for (auto _ : state) {
+        tooltip->setText(content);
+        benchmark::DoNotOptimize(tooltip->lines().size());
+    }
+}
+BENCHMARK(WrapTooltip2000Words)->Unit(benchmark::kMicrosecond);
+
+} // namespace
