@@ -14,6 +14,7 @@
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
+#include <wx/settings.h>
 
 #include <chrono>
 
@@ -128,6 +129,11 @@ TEST_F(ButtonTest, AToggleButtonFlipsOnEveryClick) {
 
 TEST_F(ButtonTest, ALostCaptureReturnsToRestWithoutAClick) {
     Button* button = makeButton([this] { log.record("callback"); });
+    wxMouseEvent releaseOnly(wxEVT_LEFT_UP); // a release without a press does nothing
+    releaseOnly.SetPosition(wxPoint(60, 15));
+    button->GetEventHandler()->ProcessEvent(releaseOnly);
+    EXPECT_TRUE(log.calls().empty());
+
     input.press(*button, wxPoint(60, 15));
     ASSERT_TRUE(pumpUntil([&] { return button->isPressed(); }));
     wxMouseCaptureLostEvent lost(button->GetId());
@@ -254,6 +260,17 @@ TEST_F(TooltipTest, ShowsAfterThePointerRestsAndMotionPostponesIt) {
     EXPECT_EQ(tip->GetClientSize(),
               wxSize(std::max(first.x, second.x) + 6, first.y + second.y + 6));
     EXPECT_EQ(tip->GetScreenPosition(), wxGetMousePosition() + wxPoint(10, 5));
+
+    // The system's tooltip colours, opaque: a frame in the text colour around the background.
+    const wxImage seen = captureOnScreen(*tip);
+    const wxSize size = tip->GetClientSize();
+    auto opaque = [](wxSystemColour which) {
+        const wxColour c = wxSystemSettings::GetColour(which);
+        return wxColour(c.Red(), c.Green(), c.Blue());
+    };
+    EXPECT_EQ(pixelAt(seen, 0, 0), opaque(wxSYS_COLOUR_INFOTEXT));
+    EXPECT_EQ(pixelAt(seen, size.x - 1, size.y - 1), opaque(wxSYS_COLOUR_INFOTEXT));
+    EXPECT_EQ(pixelAt(seen, size.x - 2, size.y - 2), opaque(wxSYS_COLOUR_INFOBK));
 }
 
 TEST_F(TooltipTest, AClickOrLeavingHidesItAndAnEmptyTextNeverShows) {

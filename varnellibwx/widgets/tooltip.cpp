@@ -18,6 +18,13 @@ constexpr int kWrapWidth = 250;
 constexpr int kMargin = 3;
 const wxPoint kPointerOffset(10, 5);
 
+// GTK themes give the tooltip colours from CSS, often translucent; the popup has nothing to
+// blend with, so the colours are used opaque.
+wxColour opaqueSystemColour(wxSystemColour which) {
+    const wxColour colour = wxSystemSettings::GetColour(which);
+    return wxColour(colour.Red(), colour.Green(), colour.Blue());
+}
+
 } // namespace
 
 Tooltip::Tooltip(wxWindow* owner, const String& text)
@@ -85,8 +92,8 @@ void Tooltip::onTimer(wxTimerEvent&) {
 
 void Tooltip::onPaint(wxPaintEvent&) {
     wxPaintDC dc(this);
-    const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
-    const wxColour foreground = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT);
+    const wxColour background = opaqueSystemColour(wxSYS_COLOUR_INFOBK);
+    const wxColour foreground = opaqueSystemColour(wxSYS_COLOUR_INFOTEXT);
     dc.SetBrush(wxBrush(background));
     dc.SetPen(wxPen(foreground, 1));
     dc.DrawRectangle(wxPoint(0, 0), GetClientSize());

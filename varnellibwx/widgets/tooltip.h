@@ -14,8 +14,8 @@ namespace Varnel::Wx {
 /// The library's own tooltip: a popup belonging to one owner window that appears once the
 /// pointer has rested over the owner for the delay (600 ms; every motion restarts the wait) and
 /// shows the text word-wrapped at 250 scaled pixels, next to the pointer, in the system's tooltip
-/// colours. Leaving the owner or releasing a click on it hides it. An empty text never shows.
-/// It is a child of the owner and dies with it.
+/// colours (made opaque: themes often give them translucent). Leaving the owner or releasing a
+/// click on it hides it. An empty text never shows. It is a child of the owner and dies with it.
 class VARNEL_LIBWX_EXPORT Tooltip : public wxPopupWindow {
 public:
     static constexpr int64 kDefaultDelayMs = 600;
