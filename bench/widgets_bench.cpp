@@ -35,7 +35,8 @@ public:
     wxFrame* frame;
 };
 
-void CreateDestroy1000_Button(benchmark::State& state) {
+template <class Make>
+void createDestroy(benchmark::State& state, Make make) {
     StartedLibrary library(state);
     if (!library.ok())
         return;
@@ -43,25 +44,26 @@ void CreateDestroy1000_Button(benchmark::State& state) {
     for (auto _ : state) {
         std::vector<wxWindow*> buttons;
         for (int i = 0; i < kButtons; ++i)
-            buttons.push_back(new Wx::Button(host.frame, Wx::GuiSkin(), wxID_ANY, "Apply"));
+            buttons.push_back(make(host.frame));
         for (wxWindow* button : buttons)
             delete button;
     }
 }
+
+wxWindow* makeButton(wxWindow* parent) {
+    return new Wx::Button(parent, Wx::GuiSkin(), wxID_ANY, "Apply");
+}
+wxWindow* makeWxButton(wxWindow* parent) {
+    return new wxButton(parent, wxID_ANY, "Apply");
+}
+
+void CreateDestroy1000_Button(benchmark::State& state) {
+    createDestroy(state, makeButton);
+}
 BENCHMARK(CreateDestroy1000_Button)->Unit(benchmark::kMillisecond);
 
 void CreateDestroy1000_wxButton(benchmark::State& state) {
-    StartedLibrary library(state);
-    if (!library.ok())
-        return;
-    Host host;
-    for (auto _ : state) {
-        std::vector<wxWindow*> buttons;
-        for (int i = 0; i < kButtons; ++i)
-            buttons.push_back(new wxButton(host.frame, wxID_ANY, "Apply"));
-        for (wxWindow* button : buttons)
-            delete button;
-    }
+    createDestroy(state, makeWxButton);
 }
 BENCHMARK(CreateDestroy1000_wxButton)->Unit(benchmark::kMillisecond);
 
@@ -81,14 +83,12 @@ void paintOne(benchmark::State& state, Make make) {
 }
 
 void Paint_Button(benchmark::State& state) {
-    paintOne(state, [](wxWindow* parent) {
-        return new Wx::Button(parent, Wx::GuiSkin(), wxID_ANY, "Apply");
-    });
+    paintOne(state, makeButton);
 }
 BENCHMARK(Paint_Button)->Unit(benchmark::kMicrosecond);
 
 void Paint_wxButton(benchmark::State& state) {
-    paintOne(state, [](wxWindow* parent) { return new wxButton(parent, wxID_ANY, "Apply"); });
+    paintOne(state, makeWxButton);
 }
 BENCHMARK(Paint_wxButton)->Unit(benchmark::kMicrosecond);
 
