@@ -77,25 +77,17 @@ TEST(Stack, PushPopInsertEraseKeepOrder) {
     EXPECT_THROW(empty.insert(1, 0), StopException);
 }
 
-TEST(ArrayAndView, ViewsShareTheElementsTheyShow) {
+TEST(ArrayAndView, ViewsShareTheElementsAndIndexingIsChecked) {
     Array<int> array{3, 1, 4, 1, 5};
     ArrayView<int> view = array.view();
     view[1] = 9;
     EXPECT_EQ(array[1], 9);
-    EXPECT_EQ(view.size(), 5);
     Array<int> copy = array; // by value
     copy[0] = 0;
     EXPECT_EQ(array[0], 3);
-    EXPECT_EQ(Array<int>(ArrayView<const int>(array)), array);
-    EXPECT_EQ(Array<int>(3, 7), (Array<int>{7, 7, 7}));
     EXPECT_THROW(array[5], StopException);
     EXPECT_THROW(view[-1], StopException);
     EXPECT_THROW(Array<int>(-1), StopException);
-
-    int raw[] = {1, 2};
-    ArrayView<const int> fromRaw(raw);
-    EXPECT_EQ(fromRaw.size(), 2);
-    EXPECT_TRUE(ArrayView<const int>().isEmpty());
 }
 
 namespace {

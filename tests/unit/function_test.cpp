@@ -1,5 +1,4 @@
 #include <varnellib/base/function.h>
-#include <varnellib/base/pointers.h>
 
 #include <gtest/gtest.h>
 
@@ -45,34 +44,4 @@ TEST(Function, ForwardsArgumentsAndConvertsResults) {
         return x / 2;
     }; // int result widened to double
     EXPECT_EQ(half(5), 2.0);
-}
-
-namespace {
-struct Callbacks {
-    virtual ~Callbacks() = default;
-    virtual int changed() = 0;
-};
-struct Recorder : Callbacks {
-    int count = 0;
-    int changed() override { return ++count; }
-};
-} // namespace
-
-TEST(Pointers, SharedCallbacksOutliveEitherOwnerAndAutoPtrDeletes) {
-    Varnel::SharedPtr<Recorder> host = Varnel::makeShared<Recorder>();
-    Varnel::SharedPtr<Callbacks> dialog = host;
-    host.reset();
-    EXPECT_EQ(dialog->changed(), 1);
-    EXPECT_EQ(dialog.use_count(), 1);
-
-    bool deleted = false;
-    struct Probe {
-        bool* flag;
-        ~Probe() { *flag = true; }
-    };
-    {
-        Varnel::AutoPtr<Probe> owner = Varnel::makeAuto<Probe>(&deleted);
-        EXPECT_FALSE(deleted);
-    }
-    EXPECT_TRUE(deleted);
 }
