@@ -1,4 +1,5 @@
 #include <varnellibwx/guiskin.h>
+#include <varnellibwx/widgets/textbutton.h>
 
 #include <wx/window.h>
 
@@ -15,6 +16,10 @@ void applySkinRecursive(wxWindow* window, const GuiSkin& skin) {
         return;
     window->SetBackgroundColour(toWxColour(skin.background));
     window->SetForegroundColour(toWxColour(skin.text));
+    if (auto* link = dynamic_cast<TextButton*>(window)) {
+        link->setNormalColour(toWxColour(skin.link));
+        link->setHoverColour(toWxColour(skin.link));
+    }
     for (wxWindow* child : window->GetChildren())
         applySkinRecursive(child, skin);
 }

@@ -31,7 +31,7 @@ inline wxColour toWxColour(RgbBytes colour) {
 }
 
 /// Gives `window` and every window below it, parent before children, the skin's background and
-/// text colours.
+/// text colours, and text buttons the link colour for their normal and hover states.
 VARNEL_LIBWX_EXPORT void applySkinRecursive(wxWindow* window, const GuiSkin& skin);
 
 } // namespace Varnel::Wx

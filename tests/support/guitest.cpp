@@ -27,6 +27,9 @@ void installAssertHandler() {
 void GuiTest::SetUp() {
     m_parent = new wxFrame(nullptr, wxID_ANY, "Test", wxPoint(40, 40),
                            wxSize(kParentWidth, kParentHeight));
+    // A frame stretches a sole child over its whole client area; a hidden second child keeps
+    // what a test places where the test puts it.
+    (new wxWindow(m_parent, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
     m_parent->Show();
     ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
     pumpPending();

@@ -6,6 +6,8 @@
 #include <wx/dcmemory.h>
 #include <wx/window.h>
 
+#include <gtk/gtk.h>
+
 #include <ostream>
 
 namespace Varnel::Test {
@@ -24,28 +26,27 @@ wxImage renderOffscreen(wxSize size, const std::function<void(wxDC&)>& paint,
 
 namespace {
 
-// Counts paint events and lets them on to the window's own handler (handlers bound later run
-// first).
-struct PaintCounter {
-    int paints = 0;
-    void onPaint(wxPaintEvent& event) {
-        ++paints;
-        event.Skip();
-    }
-};
+void countFrame(GdkFrameClock*, gpointer count) {
+    ++*static_cast<int*>(count);
+}
 
 } // namespace
 
 wxImage captureOnScreen(wxWindow& window) {
-    PaintCounter counter;
-    window.Bind(wxEVT_PAINT, &PaintCounter::onPaint, &counter);
+    // The frame clock of the window's top level says when a frame has been drawn, whoever drew
+    // it: windows that wxWidgets paints and native controls alike.
+    auto* widget = static_cast<GtkWidget*>(window.GetHandle());
+    pumpUntil([&] { return window.IsShownOnScreen() && gtk_widget_get_frame_clock(widget); });
+    GdkFrameClock* clock = gtk_widget_get_frame_clock(widget);
+    int frames = 0;
+    const gulong handler =
+        clock ? g_signal_connect(clock, "after-paint", G_CALLBACK(countFrame), &frames) : 0;
     window.Refresh();
-    // Windows drawn by the toolkit itself send no paint event; they are waited for no longer
-    // than this.
-    pumpUntil([&] { return window.IsShownOnScreen() && counter.paints > 0; }, 2s);
-    window.Unbind(wxEVT_PAINT, &PaintCounter::onPaint, &counter);
+    pumpUntil([&] { return frames > 0; });
+    if (handler)
+        g_signal_handler_disconnect(clock, handler);
     pumpPending();
-    return Wx::captureClientArea(window);
+    return Wx::captureWindow(window);
 }
 
 wxColour pixelAt(const wxImage& image, int x, int y) {

@@ -16,8 +16,8 @@ namespace Varnel::Test {
 wxImage renderOffscreen(wxSize size, const std::function<void(wxDC&)>& paint,
                         const wxColour& background = *wxBLACK);
 
-/// What the user sees of a window's client area right now: the window is raised, repainted and
-/// read back from the screen.
+/// What the user sees of a window right now (its whole rectangle): the window is repainted and
+/// read back from the screen once it has drawn.
 wxImage captureOnScreen(wxWindow& window);
 
 wxColour pixelAt(const wxImage& image, int x, int y);

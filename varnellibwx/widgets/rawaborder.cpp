@@ -1,7 +1,6 @@
 #include <varnellibwx/widgets/rawaborder.h>
 
 #include <wx/dcbuffer.h>
-#include <wx/graphics.h>
 
 namespace Varnel {
 
@@ -54,36 +53,45 @@ void RawaBorder::onLeave(wxMouseEvent& event) {
 namespace Detail {
 
 void paintRawaBorder(wxDC& dc, wxSize size, Flags<RawaBorderState> state) {
-    // The frame is drawn to the pixel: no blended corners or line ends.
-    wxGraphicsContext* context = dc.GetGraphicsContext();
-    const wxAntialiasMode antialias = context ? context->GetAntialiasMode() : wxANTIALIAS_NONE;
-    if (context)
-        context->SetAntialiasMode(wxANTIALIAS_NONE);
-    const int w = size.x, h = size.y;
+    paintRawaBorder(dc, wxRect(wxPoint(0, 0), size), state);
+}
+
+namespace {
+
+// A one-pixel frame just inside `rect`, as four filled bands: stroked rectangles fall on
+// different pixels depending on the device context's pixel-centre rule, filled ones do not.
+void frame(wxDC& dc, const wxRect& rect, const wxColour& colour) {
+    dc.SetBrush(wxBrush(colour));
+    dc.DrawRectangle(rect.x, rect.y, rect.width, 1);
+    dc.DrawRectangle(rect.x, rect.GetBottom(), rect.width, 1);
+    dc.DrawRectangle(rect.x, rect.y, 1, rect.height);
+    dc.DrawRectangle(rect.GetRight(), rect.y, 1, rect.height);
+}
+
+} // namespace
+
+void paintRawaBorder(wxDC& dc, const wxRect& rect, Flags<RawaBorderState> state) {
+    if (rect.IsEmpty())
+        return;
     const bool flat = state.has(RawaBorderState::Flat);
-    dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    wxRect inner(0, 0, w, h);
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    wxRect inner = rect;
     if (!flat) {
-        dc.SetPen(wxPen(kOuterFrame, 1, wxPENSTYLE_SOLID));
-        dc.DrawRectangle(0, 0, w, h);
-        inner = wxRect(1, 1, w - 2, h - 2);
+        frame(dc, rect, kOuterFrame);
+        inner.Deflate(1);
     }
     const bool highlighted =
         state.has(RawaBorderState::Hovered) && state.has(RawaBorderState::Enabled);
-    dc.SetPen(wxPen(highlighted ? kHoveredFrame : kInnerFrame, 1, wxPENSTYLE_SOLID));
-    dc.DrawRectangle(inner);
+    if (!inner.IsEmpty())
+        frame(dc, inner, highlighted ? kHoveredFrame : kInnerFrame);
     if (!flat) {
         // The bottom row: (70, 70, 70) over its whole width, then (85, 85, 85) over all but its
-        // two end pixels. Filled one-pixel rows, because whether a line covers its end point
-        // depends on the device context.
-        dc.SetPen(*wxTRANSPARENT_PEN);
+        // two end pixels.
         dc.SetBrush(wxBrush(kShadowEnds));
-        dc.DrawRectangle(0, h - 1, w, 1);
+        dc.DrawRectangle(rect.x, rect.GetBottom(), rect.width, 1);
         dc.SetBrush(wxBrush(kShadowMiddle));
-        dc.DrawRectangle(1, h - 1, w - 2, 1);
+        dc.DrawRectangle(rect.x + 1, rect.GetBottom(), rect.width - 2, 1);
     }
-    if (context)
-        context->SetAntialiasMode(antialias);
 }
 
 } // namespace Detail

@@ -45,6 +45,9 @@ namespace Detail {
 
 /// Draws the border of a client area of `size` in the look that `state` asks for.
 VARNEL_LIBWX_EXPORT void paintRawaBorder(wxDC& dc, wxSize size, Flags<RawaBorderState> state);
+/// The same look around any rectangle of the DC.
+VARNEL_LIBWX_EXPORT void paintRawaBorder(wxDC& dc, const wxRect& rect,
+                                         Flags<RawaBorderState> state);
 
 } // namespace Detail
 } // namespace Varnel

@@ -1,0 +1,11 @@
+#pragma once
+
+class wxWindow;
+
+namespace Varnel::Gallery {
+
+/// Static texts (bold, italic, wrapped), a link, text controls enabled and disabled, and check
+/// boxes enabled and disabled.
+wxWindow* createTextPage(wxWindow* parent);
+
+} // namespace Varnel::Gallery

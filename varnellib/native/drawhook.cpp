@@ -1,0 +1,64 @@
+#include <varnellib/native/drawhook.h>
+
+#include <gtk/gtk.h>
+
+namespace Varnel {
+
+namespace {
+
+using DrawFunction = Function<bool(void*, int, int)>;
+
+gboolean onDraw(GtkWidget* widget, cairo_t* context, gpointer data) {
+    const auto& draw = *static_cast<DrawFunction*>(data);
+    return draw(context, gtk_widget_get_allocated_width(widget),
+                gtk_widget_get_allocated_height(widget))
+               ? TRUE
+               : FALSE;
+}
+
+void deleteDrawFunction(gpointer data, GClosure*) {
+    delete static_cast<DrawFunction*>(data);
+}
+
+} // namespace
+
+void setDrawHook(WindowHandle widget, Function<bool(void* context, int width, int height)> draw) {
+    auto* gtkWidget = static_cast<GtkWidget*>(widget.native());
+    if (!gtkWidget || !GTK_IS_WIDGET(gtkWidget) || !draw)
+        return;
+    g_signal_connect_data(gtkWidget, "draw", G_CALLBACK(onDraw), new DrawFunction(std::move(draw)),
+                          deleteDrawFunction, GConnectFlags(0));
+}
+
+namespace {
+
+GtkCssProvider* relaxedSizes() {
+    static GtkCssProvider* const provider = [] {
+        GtkCssProvider* css = gtk_css_provider_new();
+        gtk_css_provider_load_from_data(
+            css, "* { min-width: 0; min-height: 0; margin: 0; padding: 0; }", -1, nullptr);
+        return css;
+    }();
+    return provider;
+}
+
+void addRelaxedSizes(GtkWidget* node, gpointer) {
+    gtk_style_context_add_provider(gtk_widget_get_style_context(node),
+                                   GTK_STYLE_PROVIDER(relaxedSizes()),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+}
+
+} // namespace
+
+void relaxNativeMinimumSize(WindowHandle widget) {
+    auto* gtkWidget = static_cast<GtkWidget*>(widget.native());
+    if (!gtkWidget || !GTK_IS_WIDGET(gtkWidget))
+        return;
+    // A provider on a widget's style context reaches only that node, so the parts (the check
+    // indicator, the label) get it one by one.
+    addRelaxedSizes(gtkWidget, nullptr);
+    if (GTK_IS_CONTAINER(gtkWidget))
+        gtk_container_forall(GTK_CONTAINER(gtkWidget), addRelaxedSizes, nullptr);
+}
+
+} // namespace Varnel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <varnellib/base/flags.h>
+#include <varnellib/base/string.h>
+#include <varnellibwx/export.h>
+#include <varnellibwx/fonts.h>
+#include <varnellibwx/widgets/tooltip.h>
+
+#include <wx/generic/stattextg.h>
+
+namespace Varnel::Wx {
+
+/// A static label that draws itself, so that it always takes the window's foreground colour and
+/// font (the skin's), at the standard text height. It keeps the unwrapped text: Wrap starts from
+/// it every time, so wrapping to 100 and then to 300 pixels gives the lines of a single wrap to
+/// 300. On GTK the toolkit's static text is a native label that cannot be drawn by the program,
+/// so the class builds on wxWidgets' generic, self-drawn static text. Owned by its parent.
+class VARNEL_LIBWX_EXPORT StaticText : public wxGenericStaticText, public TooltipWindow {
+public:
+    StaticText(wxWindow* parent, int id, const String& label, unsigned int style = 0,
+               Flags<TextFlag> flags = {}, wxSize size = wxDefaultSize);
+    ~StaticText() override;
+
+    /// Stores the text as the label and shows it.
+    void SetLabel(const wxString& label) override;
+    /// Wraps the stored, unwrapped label to `width` pixels.
+    void Wrap(int width);
+
+    const String& label() const { return m_label; }
+
+private:
+    void onPaint(wxPaintEvent& event);
+
+    String m_label;
+};
+
+} // namespace Varnel::Wx
