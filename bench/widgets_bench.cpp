@@ -2,10 +2,12 @@
 
 #include <varnellib/native/process.h>
 #include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/tooltip.h>
 
 #include <wx/button.h>
 #include <wx/frame.h>
+#include <wx/stattext.h>
 
 #include <string>
 #include <vector>
@@ -111,5 +113,42 @@ void WrapTooltip2000Words(benchmark::State& state) {
     }
 }
 BENCHMARK(WrapTooltip2000Words)->Unit(benchmark::kMicrosecond);
+
+std::wstring text5000() {
+    std::wstring text;
+    while (text.size() < 5000)
+        text += L"Tone curves remap the brightness of every pixel. ";
+    text.resize(5000);
+    return text;
+}
+
+template <class Make>
+void wrapLabel(benchmark::State& state, Make make) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* label = make(host.frame); // the concrete type: StaticText::Wrap is its own
+    for (auto _ : state) {
+        label->Wrap(400);
+        benchmark::DoNotOptimize(label->GetLabel().length());
+    }
+}
+
+void Wrap5000Characters_StaticText(benchmark::State& state) {
+    wrapLabel(state, [](wxWindow* parent) {
+        return new Wx::StaticText(parent, wxID_ANY, String(text5000().c_str()));
+    });
+}
+BENCHMARK(Wrap5000Characters_StaticText)->Unit(benchmark::kMicrosecond);
+
+// wxStaticText's own Wrap on the native label; it wraps the already wrapped text on a second
+// call, which is why StaticText restores the unwrapped text first.
+void Wrap5000Characters_wxStaticText(benchmark::State& state) {
+    wrapLabel(state, [](wxWindow* parent) {
+        return new wxStaticText(parent, wxID_ANY, wxString(text5000()));
+    });
+}
+BENCHMARK(Wrap5000Characters_wxStaticText)->Unit(benchmark::kMicrosecond);
 
 } // namespace

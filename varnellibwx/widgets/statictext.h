@@ -6,6 +6,10 @@
 #include <varnellibwx/fonts.h>
 #include <varnellibwx/widgets/tooltip.h>
 
+// First the toolkit's own static text: the generic header includes it with the platform class
+// switched off, after which nobody could declare wxStaticText any more.
+#include <wx/stattext.h>
+
 #include <wx/generic/stattextg.h>
 
 namespace Varnel::Wx {
