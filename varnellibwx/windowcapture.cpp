@@ -23,8 +23,4 @@ wxImage captureWindow(const wxWindow& window) {
     return captureScreenRect(window.GetScreenRect());
 }
 
-wxImage captureClientArea(const wxWindow& window) {
-    return captureScreenRect(wxRect(window.ClientToScreen(wxPoint(0, 0)), window.GetClientSize()));
-}
-
 } // namespace Varnel::Wx

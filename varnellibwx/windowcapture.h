@@ -13,9 +13,8 @@ namespace Varnel::Wx {
 /// is on top). Parts outside the screen read as black.
 VARNEL_LIBWX_EXPORT wxImage captureScreenRect(const wxRect& screenRect);
 
-/// What a window shows on screen: its whole rectangle (a frame with its menu bar and borders
-/// drawn by the toolkit), or only its client area.
+/// What a window shows on screen, over its whole rectangle (a frame with its menu bar and
+/// borders drawn by the toolkit).
 VARNEL_LIBWX_EXPORT wxImage captureWindow(const wxWindow& window);
-VARNEL_LIBWX_EXPORT wxImage captureClientArea(const wxWindow& window);
 
 } // namespace Varnel::Wx

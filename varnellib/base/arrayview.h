@@ -2,7 +2,6 @@
 
 #include <varnellib/base/stopexception.h>
 
-#include <initializer_list>
 #include <type_traits>
 
 namespace Varnel {
