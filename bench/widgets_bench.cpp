@@ -3,6 +3,7 @@
 #include <varnellib/native/process.h>
 #include <varnellibwx/widgets/button.h>
 #include <varnellibwx/widgets/statictext.h>
+#include <varnellibwx/widgets/textctrl.h>
 #include <varnellibwx/widgets/tooltip.h>
 
 #include <wx/button.h>
@@ -150,5 +151,33 @@ void Wrap5000Characters_wxStaticText(benchmark::State& state) {
     });
 }
 BENCHMARK(Wrap5000Characters_wxStaticText)->Unit(benchmark::kMicrosecond);
+
+template <class Control, class Append>
+void appendLines(benchmark::State& state, Append append) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    for (auto _ : state) {
+        auto* log = new Control(host.frame, wxID_ANY, wxEmptyString, wxDefaultPosition,
+                                wxSize(400, 200), wxTE_MULTILINE | wxTE_READONLY);
+        for (int i = 0; i < 10000; ++i)
+            append(*log, wxString::Format("Pass %d of 10000: 4.1 s\n", i));
+        delete log;
+    }
+}
+
+void Append10000Lines_TextCtrl(benchmark::State& state) {
+    appendLines<Wx::TextCtrl>(
+        state, [](Wx::TextCtrl& log, const wxString& line) { log.appendText(line); });
+}
+BENCHMARK(Append10000Lines_TextCtrl)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// The toolkit's own append, which neither keeps a selection nor scrolls to the end.
+void Append10000Lines_wxTextCtrl(benchmark::State& state) {
+    appendLines<wxTextCtrl>(state,
+                            [](wxTextCtrl& log, const wxString& line) { log.AppendText(line); });
+}
+BENCHMARK(Append10000Lines_wxTextCtrl)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace

@@ -7,9 +7,11 @@
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
+#include <varnellibwx/widgets/textctrl.h>
 
 #include <wx/panel.h>
 #include <wx/sizer.h>
+#include <wx/timer.h>
 
 namespace Varnel::Gallery {
 
@@ -18,6 +20,28 @@ namespace {
 constexpr int kGap = 8;
 constexpr int kMargin = 16;
 constexpr int kWrapWidth = 420;
+constexpr int kLogTickMs = 700;
+constexpr std::size_t kShownLogLines = 6;
+
+const wchar_t* const kLogLines[] = {
+    L"Loading scene 'atrium.vls'", L"Building acceleration structure: 1.2 M triangles",
+    L"Compiling 48 materials",     L"Pass 1 of 256: 4.1 s",
+    L"Pass 2 of 256: 3.9 s",       L"Denoiser ready",
+};
+
+/// Feeds the log view one line at a time, as a renderer's output would arrive.
+class LogFeeder : public wxTimer {
+public:
+    explicit LogFeeder(Wx::TextCtrl* log) : m_log(log) {}
+    void Notify() override {
+        m_log->appendText(wxString(kLogLines[m_next % std::size(kLogLines)]) + "\n");
+        ++m_next;
+    }
+
+private:
+    Wx::TextCtrl* m_log;
+    std::size_t m_next = kShownLogLines;
+};
 
 } // namespace
 
@@ -50,6 +74,20 @@ wxWindow* createTextPage(wxWindow* parent) {
     disabled->Disable();
     entries->Add(disabled, 0);
     column->Add(entries, 0, wxBOTTOM, 2 * kGap);
+
+    auto* log =
+        new Wx::TextCtrl(page, wxID_ANY, wxEmptyString, wxDefaultPosition,
+                         Wx::scaleByDpi(wxSize(kWrapWidth, 110)), wxTE_MULTILINE | wxTE_READONLY);
+    for (std::size_t i = 0; i < kShownLogLines; ++i)
+        log->appendText(wxString(kLogLines[i]) + "\n");
+    auto* feeder = new LogFeeder(log);
+    feeder->Start(kLogTickMs);
+    page->Bind(wxEVT_DESTROY, [feeder, page](wxWindowDestroyEvent& event) {
+        if (event.GetEventObject() == page)
+            delete feeder;
+        event.Skip();
+    });
+    column->Add(log, 0, wxBOTTOM, 2 * kGap);
 
     auto* boxes = new wxBoxSizer(wxHORIZONTAL);
     auto* srgb = new Wx::CheckBox(page, wxID_ANY, String(L"sRGB"));

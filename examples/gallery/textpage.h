@@ -4,8 +4,8 @@ class wxWindow;
 
 namespace Varnel::Gallery {
 
-/// Static texts (bold, italic, wrapped), a link, text controls enabled and disabled, and check
-/// boxes enabled and disabled.
+/// Static texts (bold, italic, wrapped), a link, text controls enabled and disabled, a log fed by
+/// a timer, and check boxes enabled and disabled.
 wxWindow* createTextPage(wxWindow* parent);
 
 } // namespace Varnel::Gallery

@@ -10,6 +10,7 @@
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
+#include <varnellibwx/widgets/textctrl.h>
 
 #include <wx/frame.h>
 
@@ -126,6 +127,39 @@ TEST_F(TextWidgets, DisabledTextControlsShowTheirValueInTheSkinsColour) {
     EXPECT_FALSE(readOnly->AcceptsFocusFromKeyboard());
     auto* editable = new TextControl(&parent(), wxID_ANY, String(L"free"));
     EXPECT_TRUE(editable->AcceptsFocusFromKeyboard());
+}
+
+TEST_F(TextWidgets, TextCtrlIsPlainDragsClampAndAppendsFollowOnlyAtTheEnd) {
+    auto* text = new TextCtrl(&parent(), wxID_ANY, "first line\nsecond line\n", wxPoint(10, 10),
+                              wxSize(300, 120), wxTE_MULTILINE | wxTE_RICH2);
+    EXPECT_EQ(text->GetWindowStyle() & 0x8080, 0);
+    pumpPending();
+
+    // A drag from the first line to far below the control selects to the last visible
+    // character and no further, and ends at the release outside.
+    input.drag(*text, wxPoint(3, 5), wxPoint(290, 200));
+    ASSERT_TRUE(pumpUntil([&] { return !text->isDragging(); }));
+    long from = 0, to = 0;
+    text->GetSelection(&from, &to);
+    EXPECT_LE(from, 1);
+    EXPECT_EQ(to, text->GetLastPosition());
+    // Back up and out to the left: the selection clamps to the first character.
+    input.drag(*text, wxPoint(60, 25), wxPoint(-40, -45));
+    ASSERT_TRUE(pumpUntil([&] { return !text->isDragging(); }));
+    text->GetSelection(&from, &to);
+    EXPECT_EQ(from, 0);
+    EXPECT_GT(to, 5);
+
+    // The user's selection in the middle survives new text.
+    text->SetSelection(0, 5);
+    text->appendText("third line\n");
+    text->GetSelection(&from, &to);
+    EXPECT_EQ(from, 0);
+    EXPECT_EQ(to, 5);
+    // At the end, the caret follows.
+    text->SetInsertionPointEnd();
+    text->appendText("fourth line\n");
+    EXPECT_EQ(text->GetInsertionPoint(), text->GetLastPosition());
 }
 
 TEST_F(TextWidgets, CheckBoxSizesAndNotifications) {
