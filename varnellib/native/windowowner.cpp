@@ -16,6 +16,10 @@ GtkWindow* toplevelOf(WindowHandle handle) {
 
 } // namespace
 
+WindowHandle getTopLevelHandle(WindowHandle window) {
+    return WindowHandle(toplevelOf(window));
+}
+
 WindowHandle getOwnerAsNativeHandle(WindowHandle window) {
     GtkWindow* top = toplevelOf(window);
     return WindowHandle(top ? gtk_window_get_transient_for(top) : nullptr);

@@ -5,6 +5,9 @@
 
 namespace Varnel {
 
+/// The top-level window that holds `window` (itself when it is one), or an empty handle.
+VARNEL_LIB_EXPORT WindowHandle getTopLevelHandle(WindowHandle window);
+
 /// The window that `window`'s top-level window is kept above (GTK's transient-for relation), or
 /// an empty handle.
 VARNEL_LIB_EXPORT WindowHandle getOwnerAsNativeHandle(WindowHandle window);

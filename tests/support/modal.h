@@ -1,0 +1,54 @@
+#pragma once
+
+#include <wx/modalhook.h>
+#include <wx/timer.h>
+
+#include <chrono>
+#include <functional>
+
+class wxDialog;
+
+namespace Varnel::Test {
+
+/// Drives the modal dialogs that code under test shows, from inside their own modal loop.
+/// `answer` runs when a dialog is about to be shown: a result other than wxID_NONE is returned
+/// from ShowModal without showing the dialog (the way to answer the toolkit's native message
+/// box). Otherwise, once the dialog is on screen, `step` runs inside its loop (send a key, click
+/// a button). A dialog still open 5 s later fails the test and is ended with wxID_ABORT.
+class ModalDriver : public wxModalDialogHook {
+public:
+    using Step = std::function<void(wxDialog&)>;
+    using Answer = std::function<int(wxDialog&)>;
+
+    explicit ModalDriver(Step step, Answer answer = {});
+    ~ModalDriver() override;
+
+    /// How many dialogs were shown (or answered) so far.
+    int entered() const { return m_entered; }
+
+protected:
+    int Enter(wxDialog* dialog) override;
+    void Exit(wxDialog* dialog) override;
+
+private:
+    class Poll : public wxTimer {
+    public:
+        explicit Poll(ModalDriver& driver) : m_driver(driver) {}
+        void Notify() override { m_driver.poll(); }
+
+    private:
+        ModalDriver& m_driver;
+    };
+
+    void poll();
+
+    Step m_step;
+    Answer m_answer;
+    Poll m_poll{*this};
+    wxDialog* m_dialog = nullptr;
+    std::chrono::steady_clock::time_point m_deadline;
+    int m_entered = 0;
+    bool m_stepped = false;
+};
+
+} // namespace Varnel::Test

@@ -1,0 +1,102 @@
+#include <varnellib/native/outsideclick.h>
+
+#include <X11/Xlib.h>
+#include <X11/extensions/XInput2.h>
+#include <gdk/gdkx.h>
+#include <gtk/gtk.h>
+
+namespace Varnel {
+
+namespace {
+
+bool isInside(GtkWidget* toplevel, double rootX, double rootY) {
+    GdkWindow* window = gtk_widget_get_window(toplevel);
+    if (!window)
+        return false;
+    int x = 0, y = 0;
+    gdk_window_get_origin(window, &x, &y);
+    const double px = rootX - x, py = rootY - y;
+    return px >= 0 && py >= 0 && px < gdk_window_get_width(window) &&
+           py < gdk_window_get_height(window);
+}
+
+int inputExtensionOpcode(Display* display) {
+    int opcode = -1, event = 0, error = 0;
+    return XQueryExtension(display, "XInputExtension", &opcode, &event, &error) ? opcode : -1;
+}
+
+struct Watch {
+    GtkWidget* toplevel;
+    int inputOpcode;
+    Function<void()>* onOutsideClick;
+};
+
+// Sees the X server's events before the toolkit translates them, whatever window they are for:
+// presses on the application's other windows never reach a modal window's handlers (those
+// windows are disabled), and presses elsewhere arrive through the grab. GTK reads the pointer
+// through XInput 2, so its presses come as generic events; core presses are read as well.
+GdkFilterReturn onXEvent(GdkXEvent* native, GdkEvent*, gpointer data) {
+    const auto& watch = *static_cast<Watch*>(data);
+    const auto* xevent = static_cast<XEvent*>(native);
+    double x = 0, y = 0;
+    if (xevent->type == ButtonPress) {
+        x = xevent->xbutton.x_root;
+        y = xevent->xbutton.y_root;
+    } else if (xevent->type == GenericEvent && xevent->xcookie.extension == watch.inputOpcode &&
+               xevent->xcookie.evtype == XI_ButtonPress && xevent->xcookie.data) {
+        const auto* press = static_cast<const XIDeviceEvent*>(xevent->xcookie.data);
+        x = press->root_x;
+        y = press->root_y;
+    } else {
+        return GDK_FILTER_CONTINUE;
+    }
+    if (!isInside(watch.toplevel, x, y))
+        (*watch.onOutsideClick)();
+    return GDK_FILTER_CONTINUE;
+}
+
+} // namespace
+
+OutsideClickWatch::OutsideClickWatch(WindowHandle window, Function<void()> onOutsideClick)
+    : m_onOutsideClick(std::move(onOutsideClick)) {
+    auto* widget = static_cast<GtkWidget*>(window.native());
+    if (!widget || !GTK_IS_WIDGET(widget))
+        return;
+    GtkWidget* toplevel = gtk_widget_get_toplevel(widget);
+    if (GTK_IS_WINDOW(toplevel))
+        m_toplevel = g_object_ref(toplevel);
+}
+
+OutsideClickWatch::~OutsideClickWatch() {
+    if (!m_toplevel)
+        return;
+    if (m_grabbing) {
+        gdk_window_remove_filter(nullptr, onXEvent, m_watch);
+        delete static_cast<Watch*>(m_watch);
+        gdk_seat_ungrab(
+            gdk_display_get_default_seat(gtk_widget_get_display(GTK_WIDGET(m_toplevel))));
+    }
+    g_object_unref(m_toplevel);
+}
+
+bool OutsideClickWatch::start() {
+    if (m_grabbing || !m_toplevel)
+        return m_grabbing;
+    GtkWidget* toplevel = GTK_WIDGET(m_toplevel);
+    GdkWindow* window = gtk_widget_get_window(toplevel);
+    if (!window || !gdk_window_is_viewable(window))
+        return false;
+    // Owner events: presses over the application's own windows still go to them, and only the
+    // rest of the screen reports to the grab window.
+    GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(toplevel));
+    m_grabbing = gdk_seat_grab(seat, window, GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE, nullptr,
+                               nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
+    if (!m_grabbing)
+        return false;
+    m_watch = new Watch{toplevel, inputExtensionOpcode(GDK_WINDOW_XDISPLAY(window)),
+                        &m_onOutsideClick};
+    gdk_window_add_filter(nullptr, onXEvent, m_watch);
+    return true;
+}
+
+} // namespace Varnel

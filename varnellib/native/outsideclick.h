@@ -1,0 +1,33 @@
+#pragma once
+
+#include <varnellib/base/function.h>
+#include <varnellib/export.h>
+#include <varnellib/native/windowhandle.h>
+
+namespace Varnel {
+
+/// Tells its owner when a mouse button is pressed outside a top-level window: on the desktop or
+/// another program's window (through a pointer grab that still lets the application's own
+/// windows receive their clicks), or on another window of the application (read from the X
+/// server's events before the toolkit dispatches them). Every press still goes on as usual.
+/// Used by message dialogs that close from outside. Main thread only.
+class VARNEL_LIB_EXPORT OutsideClickWatch {
+public:
+    OutsideClickWatch(WindowHandle window, Function<void()> onOutsideClick);
+    ~OutsideClickWatch();
+    OutsideClickWatch(const OutsideClickWatch&) = delete;
+    OutsideClickWatch& operator=(const OutsideClickWatch&) = delete;
+
+    /// Takes the pointer grab. False while the window is not on screen yet (call again later);
+    /// true once the grab is held.
+    bool start();
+    bool isGrabbing() const noexcept { return m_grabbing; }
+
+private:
+    void* m_toplevel = nullptr;
+    void* m_watch = nullptr;
+    bool m_grabbing = false;
+    Function<void()> m_onOutsideClick;
+};
+
+} // namespace Varnel
