@@ -1,12 +1,18 @@
 #include "startedlibrary.h"
 
 #include <varnellib/native/process.h>
+#include <varnellibwx/messagedialog.h>
 #include <varnellibwx/widgets/button.h>
+#include <varnellibwx/windowutils.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textctrl.h>
 #include <varnellibwx/widgets/tooltip.h>
 
 #include <wx/button.h>
+#include <wx/msgdlg.h>
+
+#include <wx/generic/msgdlgg.h>
+#include <wx/modalhook.h>
 #include <wx/frame.h>
 #include <wx/stattext.h>
 
@@ -179,5 +185,56 @@ void Append10000Lines_wxTextCtrl(benchmark::State& state) {
                             [](wxTextCtrl& log, const wxString& line) { log.AppendText(line); });
 }
 BENCHMARK(Append10000Lines_wxTextCtrl)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+} // namespace
+
+namespace {
+
+/// Ends every modal dialog at the first idle moment of its loop, so that a benchmark times
+/// building, showing and closing it.
+class EndAtOnce : public wxModalDialogHook {
+public:
+    EndAtOnce() { Register(); }
+    ~EndAtOnce() override { Unregister(); }
+
+private:
+    int Enter(wxDialog* dialog) override {
+        dialog->Bind(wxEVT_IDLE, [dialog](wxIdleEvent&) {
+            if (dialog->IsModal())
+                dialog->EndModal(wxID_CANCEL);
+        });
+        return wxID_NONE;
+    }
+    void Exit(wxDialog*) override {}
+};
+
+const wchar_t* const kDialogText = L"The scene has unsaved changes. Discard them?";
+
+void ShowAndCloseDialog_MessageDialog(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    EndAtOnce hook;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Wx::showOkCancelDialog(
+            Wx::getWindowNativeHandle(host.frame), String(L"Vellum"), String(kDialogText),
+            Wx::MessageDialogIcon::Warning));
+}
+BENCHMARK(ShowAndCloseDialog_MessageDialog)->Unit(benchmark::kMillisecond);
+
+void ShowAndCloseDialog_wxGenericMessageDialog(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    EndAtOnce hook;
+    for (auto _ : state) {
+        wxGenericMessageDialog dialog(host.frame, kDialogText, "Vellum",
+                                      wxOK | wxCANCEL | wxICON_WARNING);
+        benchmark::DoNotOptimize(dialog.ShowModal());
+    }
+}
+BENCHMARK(ShowAndCloseDialog_wxGenericMessageDialog)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -9,7 +9,7 @@ std::vector<GalleryPage> galleryPages() {
     return {
         {"Library", "library", &createLibraryPage},
         {"Buttons and lines", "buttons-and-lines", &createButtonsPage},
-        {"Text and check boxes", "text-and-check-boxes", &createTextPage},
+        {"Text and dialogs", "text-and-dialogs", &createTextPage},
     };
 }
 

@@ -1,11 +1,16 @@
 #include "screenshots.h"
 #include "galleryframe.h"
 
+#include <varnellibwx/messagedialog.h>
 #include <varnellibwx/varnellibwx.h>
 #include <varnellibwx/windowcapture.h>
+#include <varnellibwx/windowutils.h>
 
 #include <wx/app.h>
+#include <wx/dialog.h>
 #include <wx/filename.h>
+#include <wx/modalhook.h>
+#include <wx/timer.h>
 
 #include <chrono>
 #include <cstdio>
@@ -27,6 +32,60 @@ void settle(wxWindow& frame) {
     }
 }
 
+/// Photographs the first modal dialog shown while it lives, from inside the dialog's own loop: once
+/// the dialog has been on screen for a few ticks (so that it has painted), it is captured and
+/// closed.
+class DialogCapture : public wxModalDialogHook, public wxTimer {
+public:
+    explicit DialogCapture(wxString path) : m_path(std::move(path)) { Register(); }
+    ~DialogCapture() override {
+        Stop();
+        Unregister();
+    }
+    bool saved() const { return m_saved; }
+
+private:
+    static constexpr int kTickMs = 50;
+    static constexpr int kTicksShown = 4;
+    static constexpr int kTicksAtMost = 100;
+
+    int Enter(wxDialog* dialog) override {
+        m_dialog = dialog;
+        Start(kTickMs);
+        return wxID_NONE;
+    }
+    void Exit(wxDialog*) override {
+        Stop();
+        m_dialog = nullptr;
+    }
+    void Notify() override {
+        if (!m_dialog)
+            return;
+        ++m_ticks;
+        m_shownTicks = m_dialog->IsShownOnScreen() ? m_shownTicks + 1 : 0;
+        if (m_shownTicks < kTicksShown && m_ticks < kTicksAtMost)
+            return;
+        m_saved = Wx::captureWindow(*m_dialog).SaveFile(m_path, wxBITMAP_TYPE_PNG);
+        m_dialog->Close();
+    }
+
+    wxString m_path;
+    wxDialog* m_dialog = nullptr;
+    int m_ticks = 0;
+    int m_shownTicks = 0;
+    bool m_saved = false;
+};
+
+// One message dialog over the gallery, as a user meets it.
+bool saveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
+    DialogCapture capture(path);
+    Wx::showOkCancelDialog(Wx::getWindowNativeHandle(&frame), String(L"Vellum"),
+                           String(L"The scene has unsaved changes.\n\nDiscard them and open "
+                                  L"'atrium.vls'?"),
+                           Wx::MessageDialogIcon::Warning);
+    return capture.saved();
+}
+
 } // namespace
 
 int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
@@ -46,6 +105,13 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
             std::fprintf(stderr, "cannot write %s\n", path.utf8_str().data());
             ++failures;
         }
+    }
+    const wxString dialogPath = wxFileName(directory, "message-dialog", "png").GetFullPath();
+    if (saveDialogScreenshot(frame, dialogPath)) {
+        std::printf("%s\n", dialogPath.utf8_str().data());
+    } else {
+        std::fprintf(stderr, "cannot write %s\n", dialogPath.utf8_str().data());
+        ++failures;
     }
     return failures;
 }

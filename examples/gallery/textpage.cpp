@@ -2,6 +2,9 @@
 #include "gallerypage.h"
 
 #include <varnellibwx/dpi.h>
+#include <varnellibwx/messagedialog.h>
+#include <varnellibwx/widgets/autosizedbutton.h>
+#include <varnellibwx/windowutils.h>
 #include <varnellibwx/guiskin.h>
 #include <varnellibwx/widgets/checkbox.h>
 #include <varnellibwx/widgets/statictext.h>
@@ -21,6 +24,8 @@ constexpr int kGap = 8;
 constexpr int kMargin = 16;
 constexpr int kWrapWidth = 420;
 constexpr int kLogTickMs = 700;
+constexpr int kButtonWidth = 90;
+constexpr int kButtonHeight = 24;
 constexpr std::size_t kShownLogLines = 6;
 
 const wchar_t* const kLogLines[] = {
@@ -42,6 +47,46 @@ private:
     Wx::TextCtrl* m_log;
     std::size_t m_next = kShownLogLines;
 };
+
+/// A row of buttons that open each kind of message dialog, and the answer of the last one.
+wxSizer* createDialogRow(wxWindow* page) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    auto* answer = new Wx::StaticText(page, wxID_ANY, String(L"Answer: none yet"));
+    const auto owner = [page] { return Wx::getWindowNativeHandle(wxGetTopLevelParent(page)); };
+    const auto report = [answer](const wchar_t* what, bool value) {
+        answer->SetLabel(wxString::Format("Answer: %s %s", what, value ? "true" : "false"));
+    };
+    const auto add = [&](const wchar_t* label, Function<void()> open) {
+        row->Add(new Wx::AutoSizedButton(page, wxID_ANY, label, Wx::scaleByDpi(kButtonWidth),
+                                         Wx::scaleByDpi(kButtonHeight), std::move(open)),
+                 0, wxRIGHT, kGap);
+    };
+    add(L"Error", [=] {
+        report(L"OK dialog:", Wx::showOkDialog(owner(), String(L"Vellum Renderer Error"),
+                                               String(L"Cannot load curves from a file."),
+                                               Wx::MessageDialogIcon::Error));
+    });
+    add(L"Warning", [=] {
+        report(L"OK/Cancel dialog:",
+               Wx::showOkCancelDialog(owner(), String(L"Vellum"),
+                                      String(L"The scene has unsaved changes.\tDiscard them?"),
+                                      Wx::MessageDialogIcon::Warning));
+    });
+    add(L"Question", [=] {
+        report(L"Yes/No dialog:",
+               Wx::showYesNoDialog(owner(), String(L"Vellum"),
+                                   String(L"Overwrite the existing image?"),
+                                   Wx::MessageDialogIcon::Question));
+    });
+    add(L"Information", [=] {
+        report(L"OK dialog:",
+               Wx::showOkDialog(owner(), String(L""),
+                                String(L"Rendering finished in 4 minutes 12 seconds."),
+                                Wx::MessageDialogIcon::Information));
+    });
+    row->Add(answer, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, kGap);
+    return row;
+}
 
 } // namespace
 
@@ -88,6 +133,8 @@ wxWindow* createTextPage(wxWindow* parent) {
         event.Skip();
     });
     column->Add(log, 0, wxBOTTOM, 2 * kGap);
+
+    column->Add(createDialogRow(page), 0, wxBOTTOM, 2 * kGap);
 
     auto* boxes = new wxBoxSizer(wxHORIZONTAL);
     auto* srgb = new Wx::CheckBox(page, wxID_ANY, String(L"sRGB"));
