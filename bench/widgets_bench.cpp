@@ -3,17 +3,17 @@
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/widgets/button.h>
-#include <varnellibwx/windowutils.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textctrl.h>
 #include <varnellibwx/widgets/tooltip.h>
+#include <varnellibwx/windowutils.h>
 
 #include <wx/button.h>
 #include <wx/msgdlg.h>
 
+#include <wx/frame.h>
 #include <wx/generic/msgdlgg.h>
 #include <wx/modalhook.h>
-#include <wx/frame.h>
 #include <wx/stattext.h>
 
 #include <string>
@@ -217,9 +217,9 @@ void ShowAndCloseDialog_MessageDialog(benchmark::State& state) {
     Host host;
     EndAtOnce hook;
     for (auto _ : state)
-        benchmark::DoNotOptimize(Wx::showOkCancelDialog(
-            Wx::getWindowNativeHandle(host.frame), String(L"Vellum"), String(kDialogText),
-            Wx::MessageDialogIcon::Warning));
+        benchmark::DoNotOptimize(Wx::showOkCancelDialog(Wx::getWindowNativeHandle(host.frame),
+                                                        String(L"Vellum"), String(kDialogText),
+                                                        Wx::MessageDialogIcon::Warning));
 }
 BENCHMARK(ShowAndCloseDialog_MessageDialog)->Unit(benchmark::kMillisecond);
 

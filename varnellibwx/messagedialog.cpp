@@ -111,8 +111,8 @@ MessageDialogButton::MessageDialogButton(String label, int key)
 MessageDialogButton::~MessageDialogButton() = default;
 
 // Defined in this order, so their ids follow it.
-const MessageDialogButton MessageDialogButton::OK(String(L"OK"), Stack<int>{kReturnKey,
-                                                                            kNumpadEnterKey});
+const MessageDialogButton MessageDialogButton::OK(String(L"OK"),
+                                                  Stack<int>{kReturnKey, kNumpadEnterKey});
 const MessageDialogButton MessageDialogButton::CANCEL(String(L"Cancel"), Stack<int>{});
 const MessageDialogButton MessageDialogButton::YES(String(L"Yes"), kYKey);
 const MessageDialogButton MessageDialogButton::NO(String(L"No"), kNKey);
@@ -174,8 +174,8 @@ bool MessageDialog::create(WindowHandle parent, const String& title, String mess
     // Centred over the owner, or on the dialog's monitor; pulled inside the work area.
     const Bucket region = !owner.isEmpty() ? owner : workArea;
     const wxSize size = GetSize();
-    smartPositionWindow(this, {region.x + (region.width - size.x) / 2,
-                               region.y + (region.height - size.y) / 2});
+    smartPositionWindow(
+        this, {region.x + (region.width - size.x) / 2, region.y + (region.height - size.y) / 2});
     return true;
 }
 
@@ -185,7 +185,8 @@ void MessageDialog::addMessage(const String& message, MessageDialogIcon icon,
     int iconWidth = 0;
     if (const wxArtID art = artFor(icon); !art.empty()) {
         const int side = scaleByDpi(kIconSide);
-        const wxBitmap bitmap = wxArtProvider::GetBitmap(art, wxART_MESSAGE_BOX, wxSize(side, side));
+        const wxBitmap bitmap =
+            wxArtProvider::GetBitmap(art, wxART_MESSAGE_BOX, wxSize(side, side));
         if (bitmap.IsOk()) {
             row->Add(new wxStaticBitmap(this, wxID_ANY, bitmap), 0, wxRIGHT, scaleByDpi(kIconGap));
             iconWidth = bitmap.GetWidth() + scaleByDpi(kIconGap);
@@ -319,9 +320,8 @@ int showMessageDialogImpl(WindowHandle parent, const String& title, const String
         // GTK belongs to the main thread: it shows the box, this thread waits for the answer.
         std::promise<int> answer;
         std::future<int> answered = answer.get_future();
-        wxTheApp->CallAfter([&] {
-            answer.set_value(showNativeMessageDialog(parent, title, message, icon, all));
-        });
+        wxTheApp->CallAfter(
+            [&] { answer.set_value(showNativeMessageDialog(parent, title, message, icon, all)); });
         return answered.get();
     }
 
@@ -344,7 +344,8 @@ long messageDialogStyle(ArrayView<const MessageDialogControl* const> controls) {
     return style;
 }
 
-std::vector<std::pair<int, int>> buildKeyMap(ArrayView<const MessageDialogControl* const> controls) {
+std::vector<std::pair<int, int>>
+buildKeyMap(ArrayView<const MessageDialogControl* const> controls) {
     std::vector<std::pair<int, int>> map;
     for (const MessageDialogControl* control : controls)
         for (int key : control->keys)
@@ -355,9 +356,9 @@ std::vector<std::pair<int, int>> buildKeyMap(ArrayView<const MessageDialogContro
 }
 
 std::optional<int> lookUpKey(const std::vector<std::pair<int, int>>& keyMap, int keyCode) {
-    const auto found =
-        std::lower_bound(keyMap.begin(), keyMap.end(), keyCode,
-                         [](const std::pair<int, int>& entry, int key) { return entry.first < key; });
+    const auto found = std::lower_bound(
+        keyMap.begin(), keyMap.end(), keyCode,
+        [](const std::pair<int, int>& entry, int key) { return entry.first < key; });
     if (found == keyMap.end() || found->first != keyCode)
         return std::nullopt;
     return found->second;

@@ -22,7 +22,13 @@ class OutsideClickWatch;
 namespace Varnel::Wx {
 
 /// The picture at the left of a message.
-enum class MessageDialogIcon : int { None = 0, Error = 1, Warning = 2, Question = 3, Information = 4 };
+enum class MessageDialogIcon : int {
+    None = 0,
+    Error = 1,
+    Warning = 2,
+    Question = 3,
+    Information = 4
+};
 
 /// Something that can end a message dialog: a button, or a feature of the dialog's frame. Each
 /// control object has its own id, taken from a process-wide counter whose first value is 15999;
@@ -79,9 +85,10 @@ namespace Detail {
 /// thread waits, and the main thread shows the toolkit's native message box with the same
 /// buttons; its answer is mapped back to the controls' ids. Without a running application (no
 /// display) it shows nothing and answers FRAME_CLOSE's id.
-VARNEL_LIBWX_EXPORT int showMessageDialogImpl(WindowHandle parent, const String& title,
-                                              const String& message, MessageDialogIcon icon,
-                                              ArrayView<const MessageDialogControl* const> controls);
+VARNEL_LIBWX_EXPORT int
+showMessageDialogImpl(WindowHandle parent, const String& title, const String& message,
+                      MessageDialogIcon icon,
+                      ArrayView<const MessageDialogControl* const> controls);
 
 } // namespace Detail
 
@@ -136,8 +143,7 @@ namespace Detail {
 
 /// The frame style: a caption always, a close box with FRAME_CLOSE, the system menu with
 /// FRAME_ICON.
-VARNEL_LIBWX_EXPORT long
-messageDialogStyle(ArrayView<const MessageDialogControl* const> controls);
+VARNEL_LIBWX_EXPORT long messageDialogStyle(ArrayView<const MessageDialogControl* const> controls);
 
 /// Every key of every control with the control's id, sorted by key code (a key that two
 /// controls share chooses the first of them).

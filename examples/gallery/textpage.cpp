@@ -2,15 +2,15 @@
 #include "gallerypage.h"
 
 #include <varnellibwx/dpi.h>
+#include <varnellibwx/guiskin.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/widgets/autosizedbutton.h>
-#include <varnellibwx/windowutils.h>
-#include <varnellibwx/guiskin.h>
 #include <varnellibwx/widgets/checkbox.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
 #include <varnellibwx/widgets/textctrl.h>
+#include <varnellibwx/windowutils.h>
 
 #include <wx/panel.h>
 #include <wx/sizer.h>
@@ -52,7 +52,9 @@ private:
 wxSizer* createDialogRow(wxWindow* page) {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     auto* answer = new Wx::StaticText(page, wxID_ANY, String(L"Answer: none yet"));
-    const auto owner = [page] { return Wx::getWindowNativeHandle(wxGetTopLevelParent(page)); };
+    const auto owner = [page] {
+        return Wx::getWindowNativeHandle(wxGetTopLevelParent(page));
+    };
     const auto report = [answer](const wchar_t* what, bool value) {
         answer->SetLabel(wxString::Format("Answer: %s %s", what, value ? "true" : "false"));
     };
@@ -73,10 +75,9 @@ wxSizer* createDialogRow(wxWindow* page) {
                                       Wx::MessageDialogIcon::Warning));
     });
     add(L"Question", [=] {
-        report(L"Yes/No dialog:",
-               Wx::showYesNoDialog(owner(), String(L"Vellum"),
-                                   String(L"Overwrite the existing image?"),
-                                   Wx::MessageDialogIcon::Question));
+        report(L"Yes/No dialog:", Wx::showYesNoDialog(owner(), String(L"Vellum"),
+                                                      String(L"Overwrite the existing image?"),
+                                                      Wx::MessageDialogIcon::Question));
     });
     add(L"Information", [=] {
         report(L"OK dialog:",

@@ -43,9 +43,9 @@ std::vector<T*> descendants(wxWindow& root) {
 
 int show(const Controls& controls, const wchar_t* message = L"Render finished.",
          WindowHandle parent = {}, MessageDialogIcon icon = MessageDialogIcon::Information) {
-    return Wx::Detail::showMessageDialogImpl(parent, String(L"Vellum"), String(message), icon,
-                                             ArrayView<const MessageDialogControl* const>(
-                                                 controls.data(), int(controls.size())));
+    return Wx::Detail::showMessageDialogImpl(
+        parent, String(L"Vellum"), String(message), icon,
+        ArrayView<const MessageDialogControl* const>(controls.data(), int(controls.size())));
 }
 
 // Keys reach the dialog the way a user's do: through the X server to the focused window.
@@ -62,8 +62,8 @@ ModalDriver::Step pressKeys(std::vector<int> keys) {
 
 bool pointerIsGrabbed() {
     GdkDisplay* display = gdk_display_get_default();
-    return gdk_display_device_is_grabbed(display,
-                                         gdk_seat_get_pointer(gdk_display_get_default_seat(display)));
+    return gdk_display_device_is_grabbed(
+        display, gdk_seat_get_pointer(gdk_display_get_default_seat(display)));
 }
 
 class MessageDialogs : public GuiTest {
@@ -114,7 +114,6 @@ TEST_F(MessageDialogs, YesNoDialogHasNoCloseBoxAndAnswersToYAndN) {
     EXPECT_FALSE(showYesNoDialog({}, String(L"Vellum"), String(L"Overwrite?"), {}));
     EXPECT_EQ(style & (wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX), wxCAPTION | wxSYSTEM_MENU);
     EXPECT_EQ(labels, (std::vector<wxString>{"Yes", "No"}));
-
 }
 
 TEST_F(MessageDialogs, YesAndOkAnswerTrue) {
@@ -173,8 +172,8 @@ TEST_F(MessageDialogs, HugeMessagesStillFitOnTheWorkArea) {
         dialog.Close();
     });
     show({&MessageDialogButton::OK, &MessageDialogControl::FRAME_CLOSE}, message.c_str());
-    EXPECT_TRUE(work.Contains(seen)) << seen.x << "," << seen.y << " " << seen.width << "x"
-                                     << seen.height;
+    EXPECT_TRUE(work.Contains(seen))
+        << seen.x << "," << seen.y << " " << seen.width << "x" << seen.height;
     EXPECT_TRUE(scrolls);
 }
 
@@ -210,8 +209,8 @@ TEST_F(MessageDialogs, OutsideCloseEndsOnAClickElsewhereOrAnotherActiveWindow) {
         ModalDriver driver([this](wxDialog& dialog) {
             ASSERT_TRUE(pumpUntil(pointerIsGrabbed));
             const wxRect work = wxDisplay(0u).GetGeometry();
-            input.click(dialog, dialog.ScreenToClient(wxPoint(work.GetRight() - 5,
-                                                              work.GetBottom() - 5)));
+            input.click(dialog,
+                        dialog.ScreenToClient(wxPoint(work.GetRight() - 5, work.GetBottom() - 5)));
         });
         EXPECT_EQ(show(controls), MessageDialogControl::OUTSIDE_CLOSE.id);
     }

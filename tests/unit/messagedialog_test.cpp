@@ -24,9 +24,12 @@ ArrayView<const MessageDialogControl* const> view(const Controls& controls) {
 } // namespace
 
 TEST(MessageDialogControls, IdsFollowTheOrderOfDeclarationFrom15999) {
-    const MessageDialogControl* statics[] = {&DialogButton::OK,          &DialogButton::CANCEL,
-                                             &DialogButton::YES,         &DialogButton::NO,
-                                             &DialogControl::FRAME_CLOSE, &DialogControl::FRAME_ICON,
+    const MessageDialogControl* statics[] = {&DialogButton::OK,
+                                             &DialogButton::CANCEL,
+                                             &DialogButton::YES,
+                                             &DialogButton::NO,
+                                             &DialogControl::FRAME_CLOSE,
+                                             &DialogControl::FRAME_ICON,
                                              &DialogControl::OUTSIDE_CLOSE};
     for (int i = 0; i < 7; ++i)
         EXPECT_EQ(statics[i]->id, 15999 + i);
@@ -47,8 +50,8 @@ TEST(MessageDialogControls, IdsFollowTheOrderOfDeclarationFrom15999) {
 
 TEST(MessageDialogControls, FrameStyleFollowsTheFrameFeatures) {
     EXPECT_EQ(Wx::Detail::messageDialogStyle(view({&DialogButton::OK})), wxCAPTION);
-    EXPECT_EQ(Wx::Detail::messageDialogStyle(
-                  view({&DialogButton::OK, &DialogControl::FRAME_CLOSE, &DialogControl::FRAME_ICON})),
+    EXPECT_EQ(Wx::Detail::messageDialogStyle(view(
+                  {&DialogButton::OK, &DialogControl::FRAME_CLOSE, &DialogControl::FRAME_ICON})),
               wxCAPTION | wxCLOSE_BOX | wxSYSTEM_MENU);
     EXPECT_EQ(Wx::Detail::messageDialogStyle(
                   view({&DialogButton::YES, &DialogButton::NO, &DialogControl::FRAME_ICON})),
@@ -58,7 +61,8 @@ TEST(MessageDialogControls, FrameStyleFollowsTheFrameFeatures) {
 TEST(MessageDialogControls, KeyMapIsSortedAndFirstControlWinsASharedKey) {
     const MessageDialogButton alsoReturn(String(L"Apply"), 13);
     const auto map = Wx::Detail::buildKeyMap(
-        view({&DialogButton::NO, &DialogButton::OK, &DialogControl::FRAME_CLOSE, &alsoReturn, &DialogButton::YES}));
+        view({&DialogButton::NO, &DialogButton::OK, &DialogControl::FRAME_CLOSE, &alsoReturn,
+              &DialogButton::YES}));
     ASSERT_EQ(map.size(), 6u);
     EXPECT_TRUE(std::is_sorted(map.begin(), map.end(),
                                [](const auto& a, const auto& b) { return a.first < b.first; }));
@@ -85,16 +89,17 @@ TEST(MessageDialogControls, NativeBoxStyleAndAnswers) {
         EXPECT_EQ(Wx::Detail::nativeMessageStyle(icon, view({})), style | placement);
 
     const Controls yesNo = {&DialogButton::YES, &DialogButton::NO, &DialogControl::FRAME_ICON};
-    const Controls okCancel = {&DialogButton::OK, &DialogButton::CANCEL, &DialogControl::FRAME_ICON};
-    const Controls okClose = {&DialogButton::OK, &DialogControl::FRAME_CLOSE, &DialogControl::FRAME_ICON};
+    const Controls okCancel = {&DialogButton::OK, &DialogButton::CANCEL,
+                               &DialogControl::FRAME_ICON};
+    const Controls okClose = {&DialogButton::OK, &DialogControl::FRAME_CLOSE,
+                              &DialogControl::FRAME_ICON};
     const Controls yesOnly = {&DialogButton::YES};
     using Wx::Detail::nativeMessageStyle;
     EXPECT_EQ(nativeMessageStyle(MessageDialogIcon::None, view(yesNo)) & ~placement,
               wxICON_NONE | wxYES_NO);
     EXPECT_EQ(nativeMessageStyle(MessageDialogIcon::None, view(okCancel)) & ~placement,
               wxICON_NONE | wxOK | wxCANCEL);
-    EXPECT_EQ(nativeMessageStyle(MessageDialogIcon::None, view(yesOnly)) & ~placement,
-              wxICON_NONE);
+    EXPECT_EQ(nativeMessageStyle(MessageDialogIcon::None, view(yesOnly)) & ~placement, wxICON_NONE);
 
     using Wx::Detail::nativeResultToId;
     EXPECT_EQ(nativeResultToId(wxID_OK, view(okClose)), DialogButton::OK.id);

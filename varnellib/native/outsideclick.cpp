@@ -93,8 +93,8 @@ bool OutsideClickWatch::start() {
                                nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
     if (!m_grabbing)
         return false;
-    m_watch = new Watch{toplevel, inputExtensionOpcode(GDK_WINDOW_XDISPLAY(window)),
-                        &m_onOutsideClick};
+    m_watch =
+        new Watch{toplevel, inputExtensionOpcode(GDK_WINDOW_XDISPLAY(window)), &m_onOutsideClick};
     gdk_window_add_filter(nullptr, onXEvent, m_watch);
     return true;
 }
