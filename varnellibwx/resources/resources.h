@@ -8,4 +8,13 @@ namespace Varnel::Wx::Resources {
 extern const unsigned char kVellumIconPng[];
 extern const int kVellumIconPngSize;
 
+/// The spinner's arrows (11 x 9 pixel, 24-bit BMP, 378 bytes each), drawn by
+/// draw_spinner_arrows.py.
+extern const unsigned char kSpinnerUpNormalBmp[];
+extern const unsigned char kSpinnerUpHoverBmp[];
+extern const unsigned char kSpinnerUpPressedBmp[];
+extern const unsigned char kSpinnerDownNormalBmp[];
+extern const unsigned char kSpinnerDownHoverBmp[];
+extern const unsigned char kSpinnerDownPressedBmp[];
+
 } // namespace Varnel::Wx::Resources
