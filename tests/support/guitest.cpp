@@ -3,7 +3,9 @@
 
 #include <varnellibwx/varnellibwx.h>
 
+#include <wx/display.h>
 #include <wx/frame.h>
+#include <wx/uiaction.h>
 
 namespace Varnel::Test {
 
@@ -30,6 +32,13 @@ void GuiTest::SetUp() {
     // A frame stretches a sole child over its whole client area; a hidden second child keeps
     // what a test places where the test puts it.
     (new wxWindow(m_parent, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
+    // Every test starts with the pointer away from its frame: a window that appeared under a
+    // pointer left there by the previous test did not get that pointer's next press or release
+    // on GTK. (Moved once the frame exists: the simulator reads the top window's scale.)
+    const wxRect screen = wxDisplay(0u).GetGeometry();
+    const wxPoint parking(screen.GetRight(), screen.GetBottom());
+    wxUIActionSimulator().MouseMove(parking);
+    pumpUntil([&] { return wxGetMousePosition() == parking; }, 2s);
     m_parent->Show();
     ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
     pumpPending();
