@@ -3,6 +3,7 @@
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textctrl.h>
 #include <varnellibwx/widgets/tooltip.h>
@@ -14,8 +15,11 @@
 #include <wx/frame.h>
 #include <wx/generic/msgdlgg.h>
 #include <wx/modalhook.h>
+#include <wx/spinctrl.h>
 #include <wx/stattext.h>
 
+#include <charconv>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -44,18 +48,19 @@ public:
     wxFrame* frame;
 };
 
+/// Creates `count` controls with `make` and destroys them again, per iteration.
 template <class Make>
-void createDestroy(benchmark::State& state, Make make) {
+void createDestroy(benchmark::State& state, Make make, int count = kButtons) {
     StartedLibrary library(state);
     if (!library.ok())
         return;
     Host host;
     for (auto _ : state) {
-        std::vector<wxWindow*> buttons;
-        for (int i = 0; i < kButtons; ++i)
-            buttons.push_back(make(host.frame));
-        for (wxWindow* button : buttons)
-            delete button;
+        std::vector<wxWindow*> controls;
+        for (int i = 0; i < count; ++i)
+            controls.push_back(make(host.frame));
+        for (wxWindow* control : controls)
+            delete control;
     }
 }
 
@@ -236,5 +241,95 @@ void ShowAndCloseDialog_wxGenericMessageDialog(benchmark::State& state) {
     }
 }
 BENCHMARK(ShowAndCloseDialog_wxGenericMessageDialog)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+namespace {
+
+constexpr int kSpinners = 200;
+
+void CreateDestroy200_Spinner(benchmark::State& state) {
+    createDestroy(
+        state,
+        [](wxWindow* parent) -> wxWindow* {
+            return new Wx::Spinner(parent, wxID_ANY, 60, 0.f, 100.f, 12.5f, 2, 0.f);
+        },
+        kSpinners);
+}
+BENCHMARK(CreateDestroy200_Spinner)->Unit(benchmark::kMillisecond);
+
+void CreateDestroy200_wxSpinCtrlDouble(benchmark::State& state) {
+    createDestroy(
+        state,
+        [](wxWindow* parent) -> wxWindow* {
+            return new wxSpinCtrlDouble(parent, wxID_ANY, "12.5", wxDefaultPosition, wxDefaultSize,
+                                        wxSP_ARROW_KEYS, 0., 100., 12.5, 0.01);
+        },
+        kSpinners);
+}
+BENCHMARK(CreateDestroy200_wxSpinCtrlDouble)->Unit(benchmark::kMillisecond);
+
+// setValue with its formatting, its read-back and the field's new text, against formatting the
+// same numbers alone (the floor).
+const float kSpinnerValues[] = {0.5f, 12.345f, 1500.f, -2.25f, 99.99f, 3.f, 0.004f, 42.f};
+
+void SetValue_Spinner(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* spinner = new Wx::Spinner(host.frame, wxID_ANY, 60, -1e6f, 1e6f, 0.f, 3, 0.f);
+    std::size_t i = 0;
+    for (auto _ : state)
+        spinner->setValue(kSpinnerValues[i++ % std::size(kSpinnerValues)], false);
+    delete spinner;
+}
+BENCHMARK(SetValue_Spinner);
+
+void SetValue_wxSpinCtrlDouble(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* spinner = new wxSpinCtrlDouble(host.frame, wxID_ANY, "0", wxDefaultPosition,
+                                         wxDefaultSize, wxSP_ARROW_KEYS, -1e6, 1e6, 0., 0.001);
+    spinner->SetDigits(3);
+    std::size_t i = 0;
+    for (auto _ : state)
+        spinner->SetValue(kSpinnerValues[i++ % std::size(kSpinnerValues)]);
+    delete spinner;
+}
+BENCHMARK(SetValue_wxSpinCtrlDouble);
+
+void SetValue_FormatSpinnerValue(benchmark::State& state) {
+    std::size_t i = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Wx::Detail::formatSpinnerValue(
+            kSpinnerValues[i++ % std::size(kSpinnerValues)], 3, L'.'));
+}
+BENCHMARK(SetValue_FormatSpinnerValue);
+
+void SetValue_ToChars(benchmark::State& state) {
+    std::size_t i = 0;
+    char buffer[64];
+    for (auto _ : state) {
+        const auto written =
+            std::to_chars(buffer, buffer + sizeof buffer,
+                          static_cast<double>(kSpinnerValues[i++ % std::size(kSpinnerValues)]),
+                          std::chars_format::fixed, 3);
+        benchmark::DoNotOptimize(written.ptr);
+    }
+}
+BENCHMARK(SetValue_ToChars);
+
+void SetValue_Snprintf(benchmark::State& state) {
+    std::size_t i = 0;
+    char buffer[64];
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            std::snprintf(buffer, sizeof buffer, "%.3f",
+                          static_cast<double>(kSpinnerValues[i++ % std::size(kSpinnerValues)])));
+}
+BENCHMARK(SetValue_Snprintf);
 
 } // namespace

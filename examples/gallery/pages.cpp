@@ -1,6 +1,7 @@
 #include "buttonspage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
+#include "spinnerspage.h"
 #include "textpage.h"
 
 namespace Varnel::Gallery {
@@ -10,6 +11,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Library", "library", &createLibraryPage},
         {"Buttons and lines", "buttons-and-lines", &createButtonsPage},
         {"Text and dialogs", "text-and-dialogs", &createTextPage},
+        {"Spinners", "spinners", &createSpinnersPage},
     };
 }
 
