@@ -1,0 +1,195 @@
+// The curve panel's editing rules without a display: coordinates, clamping, the strict hit test,
+// presses near and far from the curve, drags through and out of the band, removal, zoom, and
+// the histogram's columns.
+#include <varnellib/base/stopexception.h>
+#include <varnellibwx/widgets/curvepanel.h>
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <limits>
+
+using namespace Varnel;
+using namespace Varnel::Wx;
+
+namespace {
+
+// A 266 x 266 panel: a 256 x 256 plot from (5, 5) to (260, 260).
+CurvePanelModel model(std::initializer_list<CurvePoint> points = {{0.f, 0.f}, {1.f, 1.f}}) {
+    CurvePanelModel m;
+    m.setSize(wxSize(266, 266));
+    m.selectedCurve().points() = Stack<CurvePoint>(points);
+    return m;
+}
+
+// Where the identity curve passes at plot column `x`.
+wxPoint onDiagonal(int x) {
+    return {x, 266 - (x - 5) - 5};
+}
+
+} // namespace
+
+TEST(CurvePanelModel, CoordinatesMarginsAndZoomAnchoredLowerLeft) {
+    CurvePanelModel m = model();
+    EXPECT_EQ(m.plotWidth(), 256);
+    EXPECT_EQ(m.toPixel({0.f, 0.f}), wxPoint(5, 261));
+    EXPECT_EQ(m.toPixel({1.f, 1.f}), wxPoint(261, 5));
+    EXPECT_EQ(m.toPixel({0.5f, 0.25f}), wxPoint(133, 197));
+    EXPECT_EQ(m.toPixel({-0.01f, 0.f}).x, 3); // truncated toward zero: -2.56 -> -2
+    const CurvePoint back = m.toCurve(wxPoint(133, 197));
+    EXPECT_EQ(back.x, 0.5f);
+    EXPECT_EQ(back.y, 0.25f);
+    EXPECT_LT(m.toCurve(wxPoint(0, 300)).y, 0.f); // not clamped
+    m.zoom = 2.f;
+    EXPECT_EQ(m.toPixel({0.5f, 0.5f}), wxPoint(261, 5));
+    EXPECT_EQ(m.toCurve(wxPoint(261, 5)).x, 0.5f);
+    // Far points saturate instead of overflowing.
+    EXPECT_EQ(m.toPixel({std::numeric_limits<float>::quiet_NaN(), 1e30f}).x, 5);
+}
+
+TEST(CurvePanelModel, MousePositionsClampIntoThePlot) {
+    const CurvePanelModel m = model();
+    const std::pair<wxPoint, wxPoint> cases[] = {
+        {{-20, 500}, {5, 261}}, {{3, 3}, {5, 5}},         {{6, 6}, {6, 6}},
+        {{5, 5}, {5, 5}},       {{300, 100}, {261, 100}}, {{100, 100}, {100, 100}},
+    };
+    for (const auto& [in, out] : cases)
+        EXPECT_EQ(m.clampToPlot(in), out) << in.x << "," << in.y;
+    CurvePanelModel flat;
+    flat.setSize(wxSize(100, 8));
+    EXPECT_EQ(flat.clampToPlot(wxPoint(50, 0)), wxPoint(50, 3));
+}
+
+TEST(CurvePanelModel, HitTestIsStrictAndTheFirstOfEquallyNearWins) {
+    CurvePanelModel m = model({{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}}); // the middle at (133, 133)
+    EXPECT_EQ(m.hitTest(wxPoint(133, 133)), 1);
+    EXPECT_EQ(m.hitTest(wxPoint(144, 133)), 1);            // 11 pixels
+    EXPECT_EQ(m.hitTest(wxPoint(145, 133)), std::nullopt); // exactly 12
+    EXPECT_EQ(m.hitTest(wxPoint(141, 141)), 1);            // 8, 8: 128 < 144
+    EXPECT_EQ(m.hitTest(wxPoint(142, 142)), std::nullopt); // 9, 9: 162
+    // Two points at the same place: the first in the list.
+    m.selectedCurve().points() = Stack<CurvePoint>{{0.5f, 0.5f}, {0.5f, 0.5f}};
+    EXPECT_EQ(m.hitTest(wxPoint(135, 133)), 0);
+    // A nearer later point beats an earlier one.
+    m.selectedCurve().points() = Stack<CurvePoint>{{0.5f, 0.5f}, {0.52f, 0.5f}};
+    EXPECT_EQ(m.hitTest(wxPoint(138, 133)), 1);
+}
+
+TEST(CurvePanelModel, PressAddsOnTheCurveWithin12PixelsAndGrabsStrictly) {
+    CurvePanelModel m = model();
+    // 5 pixels above the diagonal: a point on the curve (not at the mouse's height), grabbed.
+    EXPECT_TRUE(m.press(onDiagonal(100) + wxPoint(0, -5)));
+    ASSERT_EQ(m.selectedCurve().points().size(), 3);
+    EXPECT_EQ(m.grabbedPoint, 1);
+    const CurvePoint added = m.selectedCurve().points()[1];
+    EXPECT_NEAR(added.y, added.x, 1e-6f);
+    EXPECT_EQ(m.dragMinX, 0.f + 0.01f);
+    EXPECT_EQ(m.dragMaxX, 1.f - 0.01f);
+    EXPECT_EQ(std::bit_cast<uint32_t>(CurvePanelModel::kMinGap), 0x3C23D70Au);
+
+    // Exactly 12 pixels: added, but the strict hit test does not grab it.
+    m = model();
+    EXPECT_TRUE(m.press(onDiagonal(100) + wxPoint(0, -12)));
+    EXPECT_EQ(m.selectedCurve().points().size(), 3);
+    EXPECT_EQ(m.grabbedPoint, std::nullopt);
+    EXPECT_TRUE(m.dragging);
+
+    // 13 pixels: nothing is added, yet the press is under way.
+    m = model();
+    EXPECT_FALSE(m.press(onDiagonal(100) + wxPoint(0, -13)));
+    EXPECT_EQ(m.selectedCurve().points().size(), 2);
+    EXPECT_TRUE(m.dragging);
+
+    // On an existing point: grabbed, nothing added.
+    m = model();
+    EXPECT_FALSE(m.press(wxPoint(261, 5)));
+    EXPECT_EQ(m.grabbedPoint, 1);
+}
+
+TEST(CurvePanelModel, DragsKeepTheBandAndEndPointsApart) {
+    CurvePanelModel m = model({{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}});
+    ASSERT_FALSE(m.press(wxPoint(133, 133)));
+    m.drag(wxPoint(150, 100));
+    EXPECT_EQ(m.selectedCurve().points()[1], m.toCurve(wxPoint(150, 100)));
+    EXPECT_EQ(m.grabbedPoint, 1);
+    // Past the right neighbour's x - 0.01: erased; back inside the band: re-inserted.
+    m.drag(wxPoint(259, 100));
+    EXPECT_EQ(m.selectedCurve().points().size(), 2);
+    EXPECT_EQ(m.grabbedPoint, std::nullopt);
+    m.drag(wxPoint(200, 120));
+    ASSERT_EQ(m.selectedCurve().points().size(), 3);
+    EXPECT_EQ(m.grabbedPoint, 1);
+    EXPECT_EQ(m.selectedCurve().points()[1], m.toCurve(wxPoint(200, 120)));
+    m.release();
+    EXPECT_FALSE(m.dragging);
+
+    // The first point stops 0.01 short of the second; the last likewise.
+    ASSERT_FALSE(m.press(m.toPixel({0.f, 0.f})));
+    m.drag(wxPoint(250, 261));
+    EXPECT_EQ(m.selectedCurve().points()[0].x, m.selectedCurve().points()[1].x - 0.01f);
+    m.release();
+    ASSERT_FALSE(m.press(wxPoint(261, 5)));
+    m.drag(wxPoint(5, 5));
+    EXPECT_EQ(m.selectedCurve().points()[2].x, m.selectedCurve().points()[1].x + 0.01f);
+
+    // A lone point moves freely; no point at all stays empty.
+    CurvePanelModel lone = model({{0.5f, 0.5f}});
+    ASSERT_FALSE(lone.press(wxPoint(133, 133)));
+    lone.drag(wxPoint(200, 60));
+    EXPECT_EQ(lone.selectedCurve().points()[0], lone.toCurve(wxPoint(200, 60)));
+    CurvePanelModel none = model({});
+    none.press(wxPoint(100, 100));
+    none.drag(wxPoint(120, 90));
+    EXPECT_LE(none.selectedCurve().points().size(), 1);
+}
+
+TEST(CurvePanelModel, RightClicksRemoveOnlyInteriorPoints) {
+    CurvePanelModel m = model({{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}});
+    EXPECT_FALSE(m.removeAt(wxPoint(5, 261)));
+    EXPECT_FALSE(m.removeAt(wxPoint(261, 5)));
+    EXPECT_FALSE(m.removeAt(wxPoint(180, 180)));
+    EXPECT_TRUE(m.removeAt(wxPoint(134, 132)));
+    EXPECT_EQ(m.selectedCurve().points().size(), 2);
+    EXPECT_FALSE(model({}).removeAt(wxPoint(5, 261)));
+}
+
+TEST(CurvePanelModel, ZoomStopsFiveStepsEitherWay) {
+    CurvePanelModel m = model();
+    for (int i = 0; i < 6; ++i)
+        m.zoomBy(120);
+    EXPECT_EQ(m.zoom, 7.59375f);
+    for (int i = 0; i < 20; ++i)
+        m.zoomBy(-120);
+    EXPECT_EQ(m.zoom, 0.13168724f);
+    m.zoom = 1.f;
+    m.zoomBy(0);
+    EXPECT_EQ(m.zoom, 0.6666667f);
+}
+
+TEST(CurvePanelModel, HistogramColumnsStayDefinedForShortAndEmptyData) {
+    const Histogram histogram(Stack<uint64>{0, 5, 10});
+    const Stack<float> cumulative = histogram.getCumulativeHistogram();
+    using Wx::Detail::histogramColumn;
+    EXPECT_EQ(histogramColumn(histogram, cumulative, HistogramType::Linear, 1), 0.5f);
+    EXPECT_EQ(histogramColumn(histogram, cumulative, HistogramType::Linear, 2), 1.f);
+    EXPECT_EQ(histogramColumn(histogram, cumulative, HistogramType::Linear, 40), 0.f);
+    EXPECT_FLOAT_EQ(histogramColumn(histogram, cumulative, HistogramType::Logarithmic, 1),
+                    std::log(6.f) / std::log(11.f));
+    EXPECT_FLOAT_EQ(histogramColumn(histogram, cumulative, HistogramType::Cumulative, 1),
+                    5.f / 15.f);
+    EXPECT_EQ(histogramColumn(histogram, cumulative, HistogramType::Cumulative, 40), 0.f);
+
+    const Histogram zeros(Stack<uint64>{0, 0, 0});
+    for (HistogramType type :
+         {HistogramType::Linear, HistogramType::Logarithmic, HistogramType::Cumulative})
+        EXPECT_EQ(histogramColumn(zeros, zeros.getCumulativeHistogram(), type, 1), 0.f);
+
+    try {
+        histogramColumn(histogram, cumulative, static_cast<HistogramType>(7), 0);
+        ADD_FAILURE() << "an unknown histogram type was drawn";
+    } catch (const StopException& stop) {
+        EXPECT_STREQ(stop.file(), "widgets/curvepanel");
+        EXPECT_EQ(stop.line(), 135);
+    }
+    EXPECT_STREQ(curveChannelName(CurveChannel::Green), L"Green");
+}
