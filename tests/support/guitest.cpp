@@ -32,15 +32,15 @@ void GuiTest::SetUp() {
     // A frame stretches a sole child over its whole client area; a hidden second child keeps
     // what a test places where the test puts it.
     (new wxWindow(m_parent, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
-    // Every test starts with the pointer away from its frame: a window that appeared under a
-    // pointer left there by the previous test did not get that pointer's next press or release
-    // on GTK. (Moved once the frame exists: the simulator reads the top window's scale.)
+    m_parent->Show();
+    ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
+    // Every test starts with the pointer moved away from its frame: when the previous test left
+    // the pointer where this frame appeared, the next press or release there was lost on GTK.
+    // (Moved once the frame is on screen: the simulator reads the active window's scale.)
     const wxRect screen = wxDisplay(0u).GetGeometry();
     const wxPoint parking(screen.GetRight(), screen.GetBottom());
     wxUIActionSimulator().MouseMove(parking);
     pumpUntil([&] { return wxGetMousePosition() == parking; }, 2s);
-    m_parent->Show();
-    ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
     pumpPending();
 }
 
