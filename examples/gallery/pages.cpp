@@ -1,4 +1,5 @@
 #include "buttonspage.h"
+#include "curvepanelpage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
 #include "spinnerspage.h"
@@ -12,6 +13,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Buttons and lines", "buttons-and-lines", &createButtonsPage},
         {"Text and dialogs", "text-and-dialogs", &createTextPage},
         {"Spinners", "spinners", &createSpinnersPage},
+        {"Curve panel", "curve-panel", &createCurvePanelPage},
     };
 }
 
