@@ -29,25 +29,6 @@ using namespace Varnel;
 
 constexpr int kButtons = 1000;
 
-/// A shown frame to put the controls in, for one benchmark run.
-class Host {
-public:
-    Host() : frame(new wxFrame(nullptr, wxID_ANY, "bench", wxPoint(0, 0), wxSize(400, 300))) {
-        frame->Show();
-        settle();
-    }
-    ~Host() {
-        frame->Destroy();
-        settle();
-    }
-    static void settle() {
-        LibWx::processAllPendingEvents();
-        wxTheApp->ProcessIdle();
-        LibWx::processAllPendingEvents();
-    }
-    wxFrame* frame;
-};
-
 /// Creates `count` controls with `make` and destroys them again, per iteration.
 template <class Make>
 void createDestroy(benchmark::State& state, Make make, int count = kButtons) {
