@@ -49,7 +49,6 @@ constexpr int kWrapWidth = 420;
 constexpr int kFrameAllowance = 24;
 constexpr int kChromeHeightAllowance = 110;
 constexpr int kScrollStep = 8;
-constexpr int kGrabRetryMs = 20;
 
 bool contains(ArrayView<const MessageDialogControl* const> controls,
               const MessageDialogControl& control) {
@@ -120,14 +119,13 @@ const MessageDialogControl MessageDialogControl::FRAME_CLOSE(Stack<int>{kEscapeK
 const MessageDialogControl MessageDialogControl::FRAME_ICON;
 const MessageDialogControl MessageDialogControl::OUTSIDE_CLOSE;
 
-MessageDialog::MessageDialog() : m_grabRetry(this) {}
+MessageDialog::MessageDialog() = default;
 
 MessageDialog::~MessageDialog() {
     stopWatchingOutside();
 }
 
 void MessageDialog::stopWatchingOutside() {
-    m_grabRetry.Stop();
     m_outsideWatch.reset();
     if (m_filtering)
         wxEvtHandler::RemoveFilter(this);
@@ -234,19 +232,11 @@ void MessageDialog::addButtons(const Stack<const MessageDialogControl*>& control
 }
 
 void MessageDialog::watchOutside() {
-    m_outsideWatch = std::make_unique<OutsideClickWatch>(getWindowNativeHandle(this), [this] {
-        CallAfter([this] { endWith(MessageDialogControl::OUTSIDE_CLOSE.id); });
-    });
-    // The pointer can be grabbed only once the dialog is on screen.
-    Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-        if (m_outsideWatch->start())
-            m_grabRetry.Stop();
-    });
-    Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
-        if (event.IsShown())
-            m_grabRetry.Start(kGrabRetryMs);
-        event.Skip();
-    });
+    // The watch takes its pointer grab once the dialog is mapped.
+    m_outsideWatch =
+        std::make_unique<OutsideClickWatch>(getWindowNativeHandle(this), [this](Pixel) {
+            CallAfter([this] { endWith(MessageDialogControl::OUTSIDE_CLOSE.id); });
+        });
     wxEvtHandler::AddFilter(this);
     m_filtering = true;
 }

@@ -8,7 +8,6 @@
 
 #include <wx/dialog.h>
 #include <wx/eventfilter.h>
-#include <wx/timer.h>
 
 #include <memory>
 #include <optional>
@@ -123,7 +122,6 @@ private:
 
     std::vector<std::pair<int, int>> m_keyMap;
     std::unique_ptr<OutsideClickWatch> m_outsideWatch;
-    wxTimer m_grabRetry;
     bool m_filtering = false;
     bool m_ended = false;
 };

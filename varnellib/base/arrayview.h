@@ -25,6 +25,11 @@ public:
     }
     constexpr ArrayView(Container& items) noexcept
         : m_data(items.data()), m_count(static_cast<int>(items.size())) {}
+    /// A view of mutable elements is also a view of const ones.
+    template <class U>
+    requires(std::is_same_v<const U, T> &&
+             !std::is_const_v<U>) constexpr ArrayView(ArrayView<U> other) noexcept
+        : m_data(other.data()), m_count(other.size()) {}
     /// A view of a braced list lives only as long as the full expression.
     constexpr ArrayView(
         std::initializer_list<std::remove_const_t<T>> items) noexcept requires std::is_const_v<T>

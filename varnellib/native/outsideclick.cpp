@@ -28,7 +28,7 @@ int inputExtensionOpcode(Display* display) {
 struct Watch {
     GtkWidget* toplevel;
     int inputOpcode;
-    Function<void()>* onOutsideClick;
+    Function<void(Pixel)>* onOutsideClick;
 };
 
 // Sees the X server's events before the toolkit translates them, whatever window they are for:
@@ -51,25 +51,36 @@ GdkFilterReturn onXEvent(GdkXEvent* native, GdkEvent*, gpointer data) {
         return GDK_FILTER_CONTINUE;
     }
     if (!isInside(watch.toplevel, x, y))
-        (*watch.onOutsideClick)();
+        (*watch.onOutsideClick)(Pixel{static_cast<int32>(x), static_cast<int32>(y)});
     return GDK_FILTER_CONTINUE;
+}
+
+gboolean onMapped(GtkWidget*, GdkEvent*, gpointer data) {
+    static_cast<OutsideClickWatch*>(data)->start();
+    return FALSE;
 }
 
 } // namespace
 
-OutsideClickWatch::OutsideClickWatch(WindowHandle window, Function<void()> onOutsideClick)
+OutsideClickWatch::OutsideClickWatch(WindowHandle window, Function<void(Pixel)> onOutsideClick)
     : m_onOutsideClick(std::move(onOutsideClick)) {
     auto* widget = static_cast<GtkWidget*>(window.native());
     if (!widget || !GTK_IS_WIDGET(widget))
         return;
     GtkWidget* toplevel = gtk_widget_get_toplevel(widget);
-    if (GTK_IS_WINDOW(toplevel))
-        m_toplevel = g_object_ref(toplevel);
+    if (!GTK_IS_WINDOW(toplevel))
+        return;
+    m_toplevel = g_object_ref(toplevel);
+    // The pointer can be grabbed only once the window is on screen.
+    if (!start())
+        m_mapHandler = g_signal_connect(toplevel, "map-event", G_CALLBACK(onMapped), this);
 }
 
 OutsideClickWatch::~OutsideClickWatch() {
     if (!m_toplevel)
         return;
+    if (m_mapHandler)
+        g_signal_handler_disconnect(m_toplevel, m_mapHandler);
     if (m_grabbing) {
         gdk_window_remove_filter(nullptr, onXEvent, m_watch);
         delete static_cast<Watch*>(m_watch);

@@ -13,21 +13,23 @@ namespace Varnel {
 /// Used by message dialogs that close from outside. Main thread only.
 class VARNEL_LIB_EXPORT OutsideClickWatch {
 public:
-    OutsideClickWatch(WindowHandle window, Function<void()> onOutsideClick);
+    /// `onOutsideClick` gets the press's screen position.
+    OutsideClickWatch(WindowHandle window, Function<void(Pixel)> onOutsideClick);
     ~OutsideClickWatch();
     OutsideClickWatch(const OutsideClickWatch&) = delete;
     OutsideClickWatch& operator=(const OutsideClickWatch&) = delete;
 
-    /// Takes the pointer grab. False while the window is not on screen yet (call again later);
-    /// true once the grab is held.
+    /// Takes the pointer grab: at once when the window is on screen, else as soon as it is
+    /// mapped. True once the grab is held.
     bool start();
     bool isGrabbing() const noexcept { return m_grabbing; }
 
 private:
     void* m_toplevel = nullptr;
     void* m_watch = nullptr;
+    unsigned long m_mapHandler = 0;
     bool m_grabbing = false;
-    Function<void()> m_onOutsideClick;
+    Function<void(Pixel)> m_onOutsideClick;
 };
 
 } // namespace Varnel

@@ -8,6 +8,13 @@ namespace Varnel::Wx::Resources {
 extern const unsigned char kVellumIconPng[];
 extern const int kVellumIconPngSize;
 
+/// The combo box's arrow, enabled and disabled (12 x 12 pixel PNG), drawn by
+/// draw_combo_arrows.py.
+extern const unsigned char kComboArrowPng[];
+extern const int kComboArrowPngSize;
+extern const unsigned char kComboArrowDisabledPng[];
+extern const int kComboArrowDisabledPngSize;
+
 /// The spinner's arrows (11 x 9 pixel, 24-bit BMP, 378 bytes each), drawn by
 /// draw_spinner_arrows.py.
 extern const unsigned char kSpinnerUpNormalBmp[];

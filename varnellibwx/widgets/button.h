@@ -35,6 +35,9 @@ public:
     void setToggled(bool toggled);
     bool isToggled() const { return m_toggled; }
     bool isPressed() const { return m_pressed; }
+    bool isToggleable() const { return m_toggleable; }
+    const Function<void()>& clickCallback() const { return m_onClick; }
+    void setClickCallback(Function<void()> onClick) { m_onClick = std::move(onClick); }
     /// Clicks as if the mouse had been released at `point`.
     void doClick(wxPoint point);
 
