@@ -34,6 +34,10 @@ void GuiTest::SetUp() {
     (new wxWindow(m_parent, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
     m_parent->Show();
     ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
+    // There is no window manager to hand the keyboard to a new window: the frame asks for it,
+    // so that keys typed in a test reach it.
+    m_parent->Raise();
+    EXPECT_TRUE(pumpUntil([this] { return m_parent->IsActive(); }, 2s)) << "the frame got no keys";
     // Every test starts with the pointer moved away from its frame: when the previous test left
     // the pointer where this frame appeared, the next press or release there was lost on GTK.
     // (Moved once the frame is on screen: the simulator reads the active window's scale.)

@@ -228,6 +228,10 @@ void ComboBoxDropdown::layoutFor(int width) {
     m_scroller->Scroll(0, 0);
 }
 
+wxWindow* ComboBoxDropdown::canvas() const {
+    return m_canvas;
+}
+
 int ComboBoxDropdown::hoverIndex() const {
     return m_canvas->hoverIndex();
 }
@@ -280,12 +284,20 @@ ComboBox::ComboBox(wxWindow* parent, int id, int width, const Function<void(int)
     Bind(wxEVT_MOUSEWHEEL, &ComboBox::onWheel, this);
     Bind(wxEVT_CHAR_HOOK, &ComboBox::onCharHook, this);
 
+    // A panel with a child counts as a container whose native widget takes no focus; the combo
+    // is a leaf that takes the keys itself (its only child is the floating list).
+    SetCanFocus(true);
+
     const wxSize size(scaleByDpi(width), scaleByDpi(kFieldHeight));
     SetMinSize(size);
     SetSize(size);
 }
 
 ComboBox::~ComboBox() = default;
+
+void ComboBox::SetFocus() {
+    wxWindow::SetFocus();
+}
 
 void ComboBox::setData(ArrayView<const Item> items) {
     m_state->items = Stack<Item>(items);

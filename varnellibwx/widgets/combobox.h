@@ -89,7 +89,10 @@ public:
     bool isInside(wxPoint screenPoint) const;
 
     bool Enable(bool enable = true) override;
-    bool AcceptsFocusFromKeyboard() const override { return true; }
+    /// The combo itself takes the keyboard focus (a panel would pass it to a child).
+    bool AcceptsFocus() const override { return IsEnabled(); }
+    bool AcceptsFocusFromKeyboard() const override { return IsEnabled(); }
+    void SetFocus() override;
 
     bool isDropdownShown() const;
     ComboBoxDropdown* dropdown() const { return m_dropdown; }
@@ -138,7 +141,8 @@ public:
     int hoverIndex() const;
     void setHoverIndex(int index);
     int rowHeight() const;
-    Canvas* canvas() const { return m_canvas; }
+    /// The window that shows the rows.
+    wxWindow* canvas() const;
     wxScrolledWindow* scroller() const { return m_scroller; }
 
 private:
