@@ -1,4 +1,5 @@
 #include "buttonspage.h"
+#include "choicespage.h"
 #include "curvepanelpage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
@@ -13,6 +14,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Buttons and lines", "buttons-and-lines", &createButtonsPage},
         {"Text and dialogs", "text-and-dialogs", &createTextPage},
         {"Spinners", "spinners", &createSpinnersPage},
+        {"Choices", "choices", &createChoicesPage},
         {"Curve panel", "curve-panel", &createCurvePanelPage},
     };
 }

@@ -93,6 +93,9 @@ private:
     Storage m_text;
 };
 
+// Declared again outside the class: a friend declaration alone does not export it.
+VARNEL_LIB_EXPORT String operator+(const String& a, const String& b);
+
 VARNEL_LIB_EXPORT std::wostream& operator<<(std::wostream& stream, const String& text);
 
 /// The decimal separator of the current C locale (what setlocale chose), as a wide character.
