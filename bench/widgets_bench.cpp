@@ -3,6 +3,7 @@
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textctrl.h>
@@ -10,6 +11,7 @@
 #include <varnellibwx/windowutils.h>
 
 #include <wx/button.h>
+#include <wx/choice.h>
 #include <wx/msgdlg.h>
 
 #include <wx/frame.h>
@@ -312,5 +314,71 @@ void SetValue_Snprintf(benchmark::State& state) {
                           static_cast<double>(kSpinnerValues[i++ % std::size(kSpinnerValues)])));
 }
 BENCHMARK(SetValue_Snprintf);
+
+} // namespace
+
+namespace {
+
+Varnel::Stack<Wx::ComboBox::Item> comboItems(int count) {
+    Varnel::Stack<Wx::ComboBox::Item> items;
+    items.reserve(count);
+    for (int i = 0; i < count; ++i)
+        items.push({Varnel::String(L"Material ") + Varnel::String(std::to_wstring(i).c_str()), i});
+    return items;
+}
+
+void SetData10000_ComboBox(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* combo = new Wx::ComboBox(host.frame, wxID_ANY, 150, {}, {});
+    const auto items = comboItems(10000);
+    for (auto _ : state)
+        combo->setData(items.view());
+    delete combo;
+}
+BENCHMARK(SetData10000_ComboBox)->Unit(benchmark::kMillisecond);
+
+void SetData10000_wxChoice(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* choice = new wxChoice(host.frame, wxID_ANY);
+    wxArrayString labels;
+    for (int i = 0; i < 10000; ++i)
+        labels.Add(wxString::Format("Material %d", i));
+    for (auto _ : state)
+        choice->Set(labels);
+    delete choice;
+}
+BENCHMARK(SetData10000_wxChoice)->Unit(benchmark::kMillisecond);
+
+// Opening the list and painting it, then closing it: the cost must follow the visible rows.
+void OpenAndPaintList(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    auto* combo = new Wx::ComboBox(host.frame, wxID_ANY, 150, {}, {});
+    const auto items = comboItems(static_cast<int>(state.range(0)));
+    combo->setData(items.view());
+    combo->selectIndex(static_cast<int>(state.range(0)) / 2, false);
+    Host::settle();
+    for (auto _ : state) {
+        wxMouseEvent click(wxEVT_LEFT_DOWN);
+        combo->GetEventHandler()->ProcessEvent(click);
+        combo->dropdown()->canvas()->Update();
+        combo->GetEventHandler()->ProcessEvent(click);
+    }
+    delete combo;
+}
+BENCHMARK(OpenAndPaintList)
+    ->Name("OpenAndPaintList_ComboBox")
+    ->Arg(10)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
