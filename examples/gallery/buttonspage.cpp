@@ -16,8 +16,6 @@ namespace Varnel::Gallery {
 
 namespace {
 
-constexpr int kGap = 8;
-constexpr int kMargin = 16;
 constexpr int kButtonWidth = 130;
 constexpr int kIconSize = 16;
 constexpr float kProgressStep = 0.05f;

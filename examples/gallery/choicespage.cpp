@@ -1,4 +1,5 @@
 #include "choicespage.h"
+#include "gallerypage.h"
 
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
@@ -17,8 +18,6 @@ namespace Varnel::Gallery {
 
 namespace {
 
-constexpr int kGap = 8;
-constexpr int kMargin = 16;
 constexpr int kLabelWidth = 200;
 constexpr int kComboWidth = 180;
 

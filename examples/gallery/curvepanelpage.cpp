@@ -1,4 +1,5 @@
 #include "curvepanelpage.h"
+#include "gallerypage.h"
 
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
@@ -19,8 +20,6 @@ namespace {
 
 constexpr int kImageSide = 256;
 constexpr int kPanelSide = 300;
-constexpr int kGap = 8;
-constexpr int kMargin = 16;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
 

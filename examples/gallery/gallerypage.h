@@ -21,6 +21,10 @@ struct GalleryPage {
 /// Every page, in the order of the list. Each widget adds its page here.
 std::vector<GalleryPage> galleryPages();
 
+/// The spacing every page uses between controls and around its content (scaled pixels).
+inline constexpr int kGap = 8;
+inline constexpr int kMargin = 16;
+
 /// The gallery's colours: the library's dark look.
 namespace Colors {
 inline const wxColour text(200, 200, 200);

@@ -14,7 +14,6 @@ namespace Varnel::Gallery {
 namespace {
 
 constexpr int kRowGap = 8;
-constexpr int kMargin = 16;
 
 void addRow(wxWindow* page, wxFlexGridSizer* grid, const wxString& label, const wxString& value) {
     for (const wxString& text : {label, value}) {

@@ -1,4 +1,5 @@
 #include "spinnerspage.h"
+#include "gallerypage.h"
 
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
@@ -14,8 +15,6 @@ namespace Varnel::Gallery {
 
 namespace {
 
-constexpr int kGap = 8;
-constexpr int kMargin = 16;
 constexpr int kFieldWidth = 70;
 constexpr int kLabelWidth = 260;
 

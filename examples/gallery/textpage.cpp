@@ -20,8 +20,6 @@ namespace Varnel::Gallery {
 
 namespace {
 
-constexpr int kGap = 8;
-constexpr int kMargin = 16;
 constexpr int kWrapWidth = 420;
 constexpr int kLogTickMs = 700;
 constexpr int kButtonWidth = 90;

@@ -74,12 +74,8 @@ Spinner::Spinner(wxWindow* parent, int id, int width, float min, float max, floa
       m_value(Detail::spinnerUnsetValue()), m_repeatTimer(this) {
     requireRange(min, max);
     build(width);
-    m_minValue = min;
-    m_maxValue = max;
-    m_defaultValue = defaultValue;
-    setPrecision(precision, true);
-    m_clickSpeed = clickSpeed;
-    Refresh();
+    // The value is still unset here, so configuring re-formats and notifies nothing.
+    configure(min, max, defaultValue, precision, clickSpeed, true);
     setValue(defaultValue, false);
 }
 
