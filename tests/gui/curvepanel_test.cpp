@@ -24,10 +24,11 @@ public:
                            int binCount) override {
         lastRange = range;
         lastBinCount = binCount;
+        ++histogramRequests;
         (void)channel;
         return histogram;
     }
-    Optional<int> getHistogramRefreshInterval() override { return std::nullopt; }
+    Optional<int> getHistogramRefreshInterval() override { return refreshInterval; }
     Optional<Rgb> getColorAt(Pixel) override { return colour; }
     void onCurveChanged(CurveChannel channel, const Curve& curve) override {
         reports.emplace_back(curveChannelName(channel));
@@ -38,6 +39,8 @@ public:
     Histogram histogram;
     Optional<Rgb> colour;
     int delay = 0;
+    Optional<int> refreshInterval;
+    int histogramRequests = 0;
     std::vector<std::wstring> reports;
     Curve lastCurve;
     std::pair<float, float> lastRange;
@@ -104,6 +107,13 @@ TEST_F(CurvePanels, MouseAddsDragsAndRemovesPoints) {
     input.click(panel, wxPoint(150, 60), wxMOUSE_BTN_RIGHT);
     EXPECT_TRUE(pumpUntil([&] { return points().size() == 2; }));
     EXPECT_EQ(callbacks->reports, Reports{L"Master"});
+}
+
+TEST_F(CurvePanels, TheHistogramIsAskedForAgainAtTheOwnersInterval) {
+    callbacks->refreshInterval = 20;
+    make();
+    EXPECT_EQ(callbacks->histogramRequests, 1);
+    EXPECT_TRUE(pumpUntil([&] { return callbacks->histogramRequests >= 4; }));
 }
 
 TEST_F(CurvePanels, WheelZoomsAndAsksForTheShownRange) {

@@ -11,6 +11,8 @@
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
+#include <gtk/gtk.h>
+#include <wx/display.h>
 #include <wx/frame.h>
 #include <wx/spinctrl.h>
 
@@ -156,6 +158,23 @@ TEST_F(Spinners, DraggingIsAVirtualSliderAndRightClickCancels) {
     input.click(up, middle(up), wxMOUSE_BTN_RIGHT);
     EXPECT_EQ(spinner.getValue(), 0.f);
     EXPECT_EQ(log.calls(), (Calls{"value 0", "event 0"}));
+}
+
+TEST_F(Spinners, ADragReachingTheMonitorsTopRowWrapsThePointerToTheBottom) {
+    Spinner& spinner = make(-1000.f, 1000.f, 0.f, 1, 0.5f);
+    const wxRect monitor = wxDisplay(0u).GetGeometry();
+    input.press(*spinner.upArrow(), wxPoint(5, 4));
+    input.moveTo(*spinner.upArrow(), wxPoint(5, -4));
+    ASSERT_TRUE(spinner.isDragging());
+    // One jump to the top row, as a fast flick would make (the input simulator would keep
+    // moving the pointer back to its own target after the spinner wrapped it).
+    GdkDisplay* display = gdk_display_get_default();
+    gdk_device_warp(gdk_seat_get_pointer(gdk_display_get_default_seat(display)),
+                    gdk_display_get_default_screen(display), monitor.x + 300, monitor.y);
+    EXPECT_TRUE(pumpUntil([&] { return wxGetMousePosition().y == monitor.GetBottom() - 1; }));
+    EXPECT_TRUE(spinner.isDragging());
+    input.release();
+    EXPECT_TRUE(pumpUntil([&] { return !spinner.isDragging(); }));
 }
 
 TEST_F(Spinners, TypedTextCommitsOnEnterAndOnFocusLoss) {
