@@ -1,23 +1,30 @@
 // varnel-gallery: a host program that shows every widget of the library on a page of its own.
 //   varnel-gallery                    opens the gallery window
 //   varnel-gallery --screenshots DIR  writes DIR/<page>.png for every page and exits
+//   varnel-gallery --scale 2 ...      draws the library's widgets at twice their size, as on a
+//                                     HiDPI display (GTK itself reports a scale of 1 here)
 #include "galleryframe.h"
 #include "screenshots.h"
 
+#include <varnellibwx/dpi.h>
 #include <varnellibwx/varnellibwx.h>
 
 #include <wx/app.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 int main(int argc, char** argv) {
     const char* screenshotDir = nullptr;
+    double scale = 0;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc) {
             screenshotDir = argv[++i];
+        } else if (std::strcmp(argv[i], "--scale") == 0 && i + 1 < argc &&
+                   (scale = std::atof(argv[++i])) >= 1) {
         } else {
-            std::fprintf(stderr, "usage: %s [--screenshots DIR]\n", argv[0]);
+            std::fprintf(stderr, "usage: %s [--scale FACTOR] [--screenshots DIR]\n", argv[0]);
             return 2;
         }
     }
@@ -30,6 +37,8 @@ int main(int argc, char** argv) {
         return 1;
     }
 
+    if (scale >= 1)
+        Wx::Detail::setDpiScaleOverride(scale);
     auto* frame = new Gallery::GalleryFrame(Gallery::galleryPages());
     frame->Show();
     int result = 0;

@@ -5,6 +5,7 @@
 #include "pump.h"
 #include "recorders.h"
 
+#include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
 #include <varnellibwx/widgets/checkbox.h>
 #include <varnellibwx/widgets/statictext.h>
@@ -189,6 +190,13 @@ TEST_F(TextWidgets, CheckBoxSizesAndNotifications) {
 
     box->setValue(true, true);
     EXPECT_EQ(changes, (std::vector<bool>{false, true}));
+
+    // Its own painter decides its width, at any scale: the whole label fits.
+    Wx::Detail::setDpiScaleOverride(2.0);
+    auto* large = new CheckBox(&parent(), wxID_ANY, String(L"Include alpha channel"));
+    Wx::Detail::setDpiScaleOverride(0);
+    EXPECT_EQ(large->GetSize().y, 30);
+    EXPECT_GE(large->GetSize().x, 26 + 10 + large->GetTextExtent(large->GetLabel()).x);
 }
 
 TEST_F(TextWidgets, CheckBoxesDrawTheLibrarysLook) {

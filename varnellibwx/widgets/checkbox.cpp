@@ -49,7 +49,19 @@ CheckBox::CheckBox(wxWindow* parent, int id, const String& label, const wxPoint&
         event.Skip();
     });
     SetFont(GetFont());
+    // Sized again now that the painter's best size answers (the toolkit sized it while it was
+    // still being built, from its own label at its own scale).
+    SetInitialSize(Detail::checkBoxSize(!label.isEmpty(), size));
     Enable(enabled);
+}
+
+wxSize CheckBox::DoGetBestSize() const {
+    const wxString label = GetLabel();
+    if (label.empty())
+        return scaleByDpi(wxSize(kStandardSide, kStandardSide));
+    // One pixel more at each side for the focus outline around the label.
+    return {scaleByDpi(kBoxSide) + scaleByDpi(kLabelGap) + GetTextExtent(label).x + 2,
+            scaleByDpi(kStandardSide)};
 }
 
 CheckBox::~CheckBox() = default;

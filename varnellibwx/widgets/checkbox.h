@@ -32,6 +32,10 @@ public:
 
     Function<void(bool)> onChange;
 
+protected:
+    /// The size the library's painter needs: the box, the gap and the label at the standard size.
+    wxSize DoGetBestSize() const override;
+
 private:
     void onCheckBox(wxCommandEvent& event);
     void onKillFocus(wxFocusEvent& event);
