@@ -6,6 +6,7 @@
 #include "galleryframe.h"
 #include "screenshots.h"
 
+#include <varnellib/native/process.h>
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/varnellibwx.h>
 
@@ -43,6 +44,8 @@ int main(int argc, char** argv) {
     frame->Show();
     int result = 0;
     if (screenshotDir) {
+        // Pictures of the final look, not of the theme's colour transitions half way.
+        Lib::setNativeAnimations(false);
         wxTheApp->CallAfter([&] {
             result =
                 Gallery::saveScreenshots(*frame, wxString::FromUTF8(screenshotDir)) == 0 ? 0 : 1;

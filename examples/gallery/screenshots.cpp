@@ -1,6 +1,7 @@
 #include "screenshots.h"
 #include "galleryframe.h"
 
+#include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/varnellibwx.h>
 #include <varnellibwx/windowcapture.h>
@@ -20,7 +21,8 @@ namespace Varnel::Gallery {
 namespace {
 
 // Handles everything queued (layout, paint, idle) until the frame is on screen and the queues
-// stay quiet, within a deadline so that a broken page cannot hang the run.
+// stay quiet, then lets GTK draw its own widgets (text entries draw on its frame clock, after
+// wx's paint events), within deadlines so that a broken page cannot hang the run.
 void settle(wxWindow& frame) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     int quietRounds = 0;
@@ -30,6 +32,7 @@ void settle(wxWindow& frame) {
         frame.Update();
         quietRounds = frame.IsShownOnScreen() && !moreIdle ? quietRounds + 1 : 0;
     }
+    Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(&frame), 2, 1000);
 }
 
 /// Photographs the first modal dialog shown while it lives, from inside the dialog's own loop: once

@@ -2,6 +2,7 @@
 // the whole binary, as a host would, and every wxWidgets assertion fails the running test.
 #include "guitest.h"
 
+#include <varnellib/native/process.h>
 #include <varnellibwx/varnellibwx.h>
 
 #include <wx/app.h>
@@ -15,6 +16,8 @@ public:
         Varnel::LibWx::startup(Varnel::LibWx::ApplicationType::Default);
         ASSERT_NE(wxAppConsole::GetInstance(), nullptr)
             << "wxWidgets did not start: is there an X display (DISPLAY)?";
+        // Pixels are read as they end up, not half way through a theme's colour transition.
+        Varnel::Lib::setNativeAnimations(false);
     }
     void TearDown() override { Varnel::LibWx::shutdown(); }
 };

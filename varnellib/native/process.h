@@ -1,6 +1,7 @@
 #pragma once
 
 #include <varnellib/export.h>
+#include <varnellib/native/windowhandle.h>
 
 namespace Varnel {
 
@@ -18,6 +19,17 @@ namespace Lib {
 /// With `noWait` true it only handles what is ready; otherwise it blocks until something is.
 /// Returns true if an event source was dispatched.
 VARNEL_LIB_EXPORT bool runSingleEventLoopIteration(bool noWait);
+
+/// Turns the toolkit's animations (CSS transitions of colours, for one) on or off for the whole
+/// application: off, a redrawn widget shows its final look at once, which screenshots and
+/// pixel tests rely on.
+VARNEL_LIB_EXPORT void setNativeAnimations(bool enabled);
+
+/// Redraws `window`'s top-level window and runs the native loop until the toolkit has drawn it
+/// `frames` times (GTK draws native widgets such as text entries on its frame clock, after the
+/// paint events wx sends), or until `timeoutMs` have passed. Returns whether it drew them; for
+/// what a screenshot of the window must wait for.
+VARNEL_LIB_EXPORT bool waitForDrawnFrames(WindowHandle window, int frames, int timeoutMs);
 
 } // namespace Lib
 } // namespace Varnel
