@@ -135,11 +135,8 @@ wxWindow* createButtonsPage(wxWindow* parent) {
     vertical->SetMinSize(wxSize(-1, Wx::scaleByDpi(40)));
     column->Add(vertical, 0, wxEXPAND);
 
-    auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(column, 1, wxEXPAND | wxALL, kMargin);
-    page->SetSizer(outer);
     // Skinning sets every face to the background, so the toggled look comes after it.
-    Wx::applySkinRecursive(page, Wx::GuiSkin());
+    finishPage(page, column);
     lockView->setToggled(true);
     return page;
 }

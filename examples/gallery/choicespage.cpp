@@ -95,11 +95,7 @@ wxWindow* createChoicesPage(wxWindow* parent) {
                 0, wxBOTTOM, Wx::scaleByDpi(kGap));
     column->Add(buttons, 0, wxBOTTOM, Wx::scaleByDpi(2 * kGap));
     column->Add(log, 0);
-    auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(column, 1, wxEXPAND | wxALL, Wx::scaleByDpi(kMargin));
-    page->SetSizer(outer);
-    Wx::applySkinRecursive(page, Wx::GuiSkin());
-    return page;
+    return finishPage(page, column);
 }
 
 } // namespace Varnel::Gallery

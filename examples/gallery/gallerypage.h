@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+class wxSizer;
 class wxWindow;
 
 namespace Varnel::Gallery {
@@ -17,6 +18,10 @@ struct GalleryPage {
     wxString fileName;
     std::function<wxWindow*(wxWindow* parent)> create;
 };
+
+/// Lays `content` into `page` with the page margin on every side and gives the page and all its
+/// children the library's default skin; returns the page.
+wxWindow* finishPage(wxWindow* page, wxSizer* content);
 
 /// Every page, in the order of the list. Each widget adds its page here.
 std::vector<GalleryPage> galleryPages();

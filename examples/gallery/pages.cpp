@@ -6,7 +6,21 @@
 #include "spinnerspage.h"
 #include "textpage.h"
 
+#include <varnellibwx/dpi.h>
+#include <varnellibwx/guiskin.h>
+
+#include <wx/sizer.h>
+#include <wx/window.h>
+
 namespace Varnel::Gallery {
+
+wxWindow* finishPage(wxWindow* page, wxSizer* content) {
+    auto* outer = new wxBoxSizer(wxVERTICAL);
+    outer->Add(content, 1, wxEXPAND | wxALL, Wx::scaleByDpi(kMargin));
+    page->SetSizer(outer);
+    Wx::applySkinRecursive(page, Wx::GuiSkin());
+    return page;
+}
 
 std::vector<GalleryPage> galleryPages() {
     return {

@@ -78,11 +78,7 @@ wxWindow* createSpinnersPage(wxWindow* parent) {
     page->Bind(Wx::CUSTSPINNER_TEXT_FOCUS_LOST,
                [write](wxFocusEvent& event) { write(event, "text focus lost"); });
 
-    auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(column, 1, wxEXPAND | wxALL, Wx::scaleByDpi(kMargin));
-    page->SetSizer(outer);
-    Wx::applySkinRecursive(page, Wx::GuiSkin());
-    return page;
+    return finishPage(page, column);
 }
 
 } // namespace Varnel::Gallery

@@ -147,11 +147,7 @@ wxWindow* createTextPage(wxWindow* parent) {
     boxes->Add(locked, 0);
     column->Add(boxes, 0);
 
-    auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(column, 1, wxEXPAND | wxALL, kMargin);
-    page->SetSizer(outer);
-    Wx::applySkinRecursive(page, Wx::GuiSkin());
-    return page;
+    return finishPage(page, column);
 }
 
 } // namespace Varnel::Gallery
