@@ -214,10 +214,12 @@ TEST_F(Choices, DropdownButtonOpensItsMenuOnlyAfterAHold) {
     CallLog actions;
     const Array<Function<void()>> functions = {actions.recorder<>("Reset"),
                                                actions.recorder<>("Reset All")};
-    auto* button = new DropdownButton(
-        &parent(), GuiSkin(), Array<int>{1, 2}, Array<wxString>{"Reset", "Reset All"}, wxNullBitmap,
-        wxNullBitmap, functions, static_cast<Button::Behavior>(DropdownButton::kSwapOnChoose),
-        true);
+    GuiSkin skin;
+    skin.toggledBackground = {200, 40, 90};
+    auto* button =
+        new DropdownButton(&parent(), skin, Array<int>{1, 2}, Array<wxString>{"Reset", "Reset All"},
+                           wxNullBitmap, wxNullBitmap, functions,
+                           static_cast<Button::Behavior>(DropdownButton::kSwapOnChoose), true);
     button->SetPosition(wxPoint(20, 20));
     pumpPending();
     ASSERT_EQ(button->items().size(), 1);
@@ -251,8 +253,8 @@ TEST_F(Choices, DropdownButtonOpensItsMenuOnlyAfterAHold) {
     EXPECT_EQ(item.GetLabel(), "Reset Curve");
     button->setText(5, String(L"ignored"));
 
-    // The corner triangle in the toggled blue.
+    // The corner triangle in the toggled colour of the button's own skin.
     const wxImage seen = captureOnScreen(*button);
     const wxSize size = button->GetSize();
-    EXPECT_EQ(pixelAt(seen, size.x - 4, size.y - 4), wxColour(39, 147, 255));
+    EXPECT_EQ(pixelAt(seen, size.x - 4, size.y - 4), wxColour(200, 40, 90));
 }

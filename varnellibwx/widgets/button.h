@@ -45,6 +45,9 @@ public:
     void paint(wxDC& dc, wxSize size) const;
 
 protected:
+    /// The skin given to the constructor, for subclasses that paint more of it.
+    const GuiSkin& skin() const { return m_skin; }
+
     virtual void onMouseDown(wxMouseEvent& event);
     virtual void onMouseUp(wxMouseEvent& event);
     virtual void onCaptureLost(wxMouseCaptureLostEvent& event);

@@ -14,8 +14,6 @@ constexpr int kPressDelayMs = 150;
 constexpr int kTriangleSide = 10;
 const wxSize kItemSize(73, 24);
 const wxColour kDisabledFill(135, 135, 135);
-const wxColour kHoveredOutline(0, 114, 188);
-const wxColour kOutline(37, 37, 37);
 
 Button::Behavior mainBehavior(Button::Behavior behavior) {
     return behavior == Button::Behavior::Toggle ? Button::Behavior::Toggle
@@ -139,8 +137,9 @@ void DropdownButton::onButtonPaint(wxPaintEvent&) {
     paint(dc, size);
     const bool enabled = m_state.has(RawaBorderState::Enabled);
     const bool hovered = m_state.has(RawaBorderState::Hovered);
-    dc.SetBrush(wxBrush(enabled ? toWxColour(GuiSkin().toggledBackground) : kDisabledFill));
-    dc.SetPen(wxPen(enabled && hovered ? kHoveredOutline : kOutline));
+    dc.SetBrush(wxBrush(enabled ? toWxColour(skin().toggledBackground) : kDisabledFill));
+    dc.SetPen(wxPen(toWxColour(enabled && hovered ? Varnel::Detail::kRawaHighlightFrame
+                                                  : Varnel::Detail::kRawaInnerFrame)));
     const std::array<wxPoint, 3> corners = Detail::dropdownTriangle(size);
     dc.DrawPolygon(3, corners.data());
     for (Button* item : m_items)

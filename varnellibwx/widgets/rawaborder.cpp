@@ -1,14 +1,16 @@
 #include <varnellibwx/widgets/rawaborder.h>
 
+#include <varnellibwx/guiskin.h>
+
 #include <wx/dcbuffer.h>
 
 namespace Varnel {
 
 namespace {
 
-const wxColour kOuterFrame(54, 54, 54);
-const wxColour kInnerFrame(37, 37, 37);
-const wxColour kHoveredFrame(0, 114, 188);
+const wxColour kOuterFrame = Wx::toWxColour(Detail::kRawaOuterFrame);
+const wxColour kInnerFrame = Wx::toWxColour(Detail::kRawaInnerFrame);
+const wxColour kHoveredFrame = Wx::toWxColour(Detail::kRawaHighlightFrame);
 const wxColour kShadowEnds(70, 70, 70);
 const wxColour kShadowMiddle(85, 85, 85);
 

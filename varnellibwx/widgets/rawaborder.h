@@ -2,6 +2,7 @@
 
 #include <varnellib/base/flags.h>
 #include <varnellib/base/types.h>
+#include <varnellib/color/color.h>
 #include <varnellibwx/export.h>
 
 #include <wx/panel.h>
@@ -42,6 +43,11 @@ private:
 };
 
 namespace Detail {
+
+/// The frame colours of the bordered look, for controls that draw or style a frame of their own.
+inline constexpr RgbBytes kRawaOuterFrame{54, 54, 54};
+inline constexpr RgbBytes kRawaInnerFrame{37, 37, 37};
+inline constexpr RgbBytes kRawaHighlightFrame{0, 114, 188};
 
 /// Draws the border of a client area of `size` in the look that `state` asks for.
 VARNEL_LIBWX_EXPORT void paintRawaBorder(wxDC& dc, wxSize size, Flags<RawaBorderState> state);
