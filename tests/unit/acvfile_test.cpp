@@ -1,3 +1,4 @@
+#include <varnellib/base/stopexception.h>
 #include <varnellib/io/filestream.h>
 #include <varnellib/io/memorystream.h>
 #include <varnellibwx/widgets/acvfile.h>
@@ -112,6 +113,12 @@ TEST(AcvFile, FailuresGiveTheirTexts) {
     ASSERT_FALSE(missing.hasValue());
     EXPECT_NE(std::wstring(missing.error().view()).find(L"/nonexistent/curves.acv"),
               std::wstring::npos);
+
+    // A broken contract inside a read is the caller's to see, not a load failure.
+    struct StoppingStream : Io::BinaryInputStream {
+        int64 read(void*, int64) override { VARNEL_STOP("tests/acvfile"); }
+    } stopping;
+    EXPECT_THROW(readAcvCurves(stopping), StopException);
 }
 
 TEST(AcvFile, WritingTruncatesAndKeepsThePointsAsStored) {

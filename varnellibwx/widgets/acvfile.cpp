@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <exception>
 #include <limits>
+#include <system_error>
 
 namespace Varnel::Wx::Detail {
 
@@ -72,7 +72,9 @@ Expected<AcvCurves, String> readAcvCurves(Io::BinaryInputStream& stream) {
             readRecord(stream, points, curves[static_cast<std::size_t>(i)]);
         }
         return curves;
-    } catch (const std::exception& error) {
+    } catch (const Io::StreamError& error) {
+        return Unexpected{String::fromUtf8(error.what())};
+    } catch (const std::system_error& error) {
         return Unexpected{String::fromUtf8(error.what())};
     }
 }
@@ -81,7 +83,7 @@ Expected<AcvCurves, String> readAcvFile(const Io::Path& path) {
     try {
         Io::FileInputStream file(path);
         return readAcvCurves(file);
-    } catch (const std::exception& error) {
+    } catch (const std::system_error& error) {
         return Unexpected{String::fromUtf8(error.what())};
     }
 }
@@ -101,7 +103,7 @@ bool writeAcvFile(const ColorCurve& curves, const Io::Path& path) {
         }
         file.close();
         return true;
-    } catch (const std::exception&) {
+    } catch (const std::system_error&) {
         return false;
     }
 }

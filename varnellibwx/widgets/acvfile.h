@@ -22,15 +22,18 @@ inline constexpr const wchar_t* kAcvWildcard = L"Photoshop curve files (*.acv)|*
 
 /// Reads the four curves from any byte source. A record of zero points reads as an empty curve.
 /// Fails with "Version 1 of acv file is not supported." for any version but 4, and with "Could
-/// not load object from the stream." when the data ends inside a value. Never throws.
+/// not load object from the stream." when the data ends inside a value, and with the stream's
+/// own message when reading fails. Only these failures are caught: the stop exception and
+/// std::bad_alloc pass through.
 Expected<AcvCurves, String> readAcvCurves(Io::BinaryInputStream& stream);
 
 /// Reads the four curves from a file; a file that cannot be opened fails with the stream's own
-/// message. Never throws.
+/// message. Catches what readAcvCurves catches and nothing more.
 Expected<AcvCurves, String> readAcvFile(const Io::Path& path);
 
 /// Writes the four curves as stored (no sorting, clamping or end points). Returns false on any
-/// failure, leaving whatever was written on disk. Never throws.
+/// failure to open, write or close the file, leaving whatever was written on disk; the stop
+/// exception passes through.
 bool writeAcvFile(const ColorCurve& curves, const Io::Path& path);
 
 } // namespace Varnel::Wx::Detail
