@@ -83,9 +83,15 @@ TEST(SpinnerModel, ClickStepsAutomaticOverriddenAndBelowTheResolution) {
     EXPECT_EQ(spinnerClickStep(-500.f, -1.f, std::nullopt), 2.f);
     EXPECT_EQ(spinnerClickStep(500.f, 0.25f, std::nullopt), 0.25f);
     EXPECT_EQ(spinnerClickStep(500.f, 0.25f, 3.f), 3.f);
-    for (float ignored : {0.f, -2.f, std::numeric_limits<float>::quiet_NaN(),
-                          std::numeric_limits<float>::infinity()})
-        EXPECT_EQ(spinnerClickStep(500.f, 0.25f, ignored), 0.25f) << ignored;
+    // Only a NaN override falls back; zero and negative ones are steps below the resolution.
+    EXPECT_EQ(spinnerClickStep(500.f, 0.25f, std::numeric_limits<float>::quiet_NaN()), 0.25f);
+    for (float taken : {0.f, -2.f, std::numeric_limits<float>::infinity()})
+        EXPECT_EQ(spinnerClickStep(500.f, 0.25f, taken), taken) << taken;
+    // Value 1 at precision 2 with an override of 0: up gives 1.01, down 0.99.
+    EXPECT_EQ(spinnerStep(1.f, 0.f, spinnerClickStep(1.f, 5.f, 0.f), true, 2, 0.f, 10.f).target,
+              1.f + 0.01f);
+    EXPECT_EQ(spinnerStep(1.f, 0.f, spinnerClickStep(1.f, 5.f, 0.f), false, 2, 0.f, 10.f).target,
+              1.f - 0.01f);
     EXPECT_EQ(spinnerDragSpeed(500.f, 0.f), 2.f);
     EXPECT_EQ(spinnerDragSpeed(500.f, 0.5f), 0.5f);
 

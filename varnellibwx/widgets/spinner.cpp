@@ -401,7 +401,9 @@ float spinnerDragSpeed(float value, float clickSpeed) {
 }
 
 float spinnerClickStep(float value, float clickSpeed, Optional<float> clickSpeedOverride) {
-    if (clickSpeedOverride && std::isfinite(*clickSpeedOverride) && *clickSpeedOverride > 0.f)
+    // Any number the override yields is taken, zero and negative ones too (they step by one
+    // resolution); only NaN, which names no step at all, falls back.
+    if (clickSpeedOverride && !std::isnan(*clickSpeedOverride))
         return *clickSpeedOverride;
     return spinnerDragSpeed(value, clickSpeed);
 }

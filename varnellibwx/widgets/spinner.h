@@ -67,8 +67,9 @@ public:
     void setPrecision(int digits, bool notify);
     /// Installs a precision function, asked at every change; re-formats a finite value.
     void setPrecision(Function<int()> digits, bool notify);
-    /// When set and it yields a positive value, that value replaces the click step (never the
-    /// drag speed). An empty function removes the override.
+    /// When set and it yields a value, that value replaces the click step (never the drag
+    /// speed): zero or a negative value steps by one resolution of the shown precision; only an
+    /// empty Optional or NaN falls back to the click speed. An empty function removes it.
     void setClickSpeedOverride(Function<Optional<float>()> clickSpeedOverride);
     void callOnValueChange(Function<void(float)> onValueChange);
     /// Shows `text` in the field without changing the value (a placeholder such as "mixed").
@@ -147,8 +148,9 @@ VARNEL_LIBWX_EXPORT SpinnerText formatSpinnerValue(float value, int digits, wcha
 /// `value` within [min, max]; a NaN gives max.
 VARNEL_LIBWX_EXPORT float clampSpinnerValue(float value, float min, float max);
 
-/// One click's step: the override when it yields a positive finite value, else clickSpeed when it
-/// is positive, else max(|value|, 1) x 0.004.
+/// One click's step: the override's value whenever it yields one that is not NaN (a zero or
+/// negative value is below the resolution and so moves by one resolution), else clickSpeed when
+/// it is positive, else max(|value|, 1) x 0.004.
 VARNEL_LIBWX_EXPORT float spinnerClickStep(float value, float clickSpeed,
                                            Optional<float> clickSpeedOverride);
 /// The drag speed per pixel: clickSpeed when positive, else max(|value|, 1) x 0.004.
