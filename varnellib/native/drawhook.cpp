@@ -2,6 +2,8 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdio>
+
 namespace Varnel {
 
 namespace {
@@ -59,6 +61,29 @@ void relaxNativeMinimumSize(WindowHandle widget) {
     addRelaxedSizes(gtkWidget, nullptr);
     if (GTK_IS_CONTAINER(gtkWidget))
         gtk_container_forall(GTK_CONTAINER(gtkWidget), addRelaxedSizes, nullptr);
+}
+
+void setNativeEntryFrame(WindowHandle entry, RgbBytes outer, RgbBytes inner,
+                         RgbBytes focusedInner) {
+    auto* gtkWidget = static_cast<GtkWidget*>(entry.native());
+    if (!gtkWidget || !GTK_IS_WIDGET(gtkWidget))
+        return;
+    // The inner ring is an inset shadow, so it sits inside the border without taking room from
+    // the text; the theme's focus outline and gradients go, or they would draw over both rings.
+    char css[512];
+    std::snprintf(css, sizeof css,
+                  "* { border: 1px solid rgb(%d,%d,%d); border-radius: 0; outline: none;"
+                  " background-image: none; box-shadow: inset 0 0 0 1px rgb(%d,%d,%d); }"
+                  " *:focus { border-color: rgb(%d,%d,%d);"
+                  " box-shadow: inset 0 0 0 1px rgb(%d,%d,%d); }",
+                  outer.r, outer.g, outer.b, inner.r, inner.g, inner.b, outer.r, outer.g, outer.b,
+                  focusedInner.r, focusedInner.g, focusedInner.b);
+    GtkCssProvider* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, css, -1, nullptr);
+    gtk_style_context_add_provider(gtk_widget_get_style_context(gtkWidget),
+                                   GTK_STYLE_PROVIDER(provider),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
 }
 
 } // namespace Varnel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <varnellib/base/function.h>
+#include <varnellib/color/color.h>
 #include <varnellib/export.h>
 #include <varnellib/native/windowhandle.h>
 
@@ -19,5 +20,11 @@ VARNEL_LIB_EXPORT void setDrawHook(WindowHandle widget,
 /// need (a check box of the library's 15 pixels, say), by lifting the theme's minimum sizes,
 /// margins and padding from the widget and its parts.
 VARNEL_LIB_EXPORT void relaxNativeMinimumSize(WindowHandle widget);
+
+/// Replaces the theme's rounded frame of a native text entry by a square one in the library's
+/// colours: one pixel of `outer` around it and one of `inner` inside that, `focusedInner` while
+/// the entry has the keyboard focus. The entry's own background and text colours are untouched.
+VARNEL_LIB_EXPORT void setNativeEntryFrame(WindowHandle entry, RgbBytes outer, RgbBytes inner,
+                                           RgbBytes focusedInner);
 
 } // namespace Varnel

@@ -3,6 +3,9 @@
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/nativepaint.h>
 #include <varnellibwx/stringconversion.h>
+#include <varnellibwx/widgets/rawaborder.h>
+
+#include <varnellib/native/drawhook.h>
 
 #include <wx/dc.h>
 
@@ -22,6 +25,9 @@ TextControl::TextControl(wxWindow* parent, int id, const String& value, unsigned
     paintNativeControl(
         this, [this] { return !IsEnabled(); },
         [this](wxDC& dc, int width, int height) { paintDisabled(dc, wxSize(width, height)); });
+    // GTK's own frame is light and rounded; a dark skin wants the bordered look's square rings.
+    setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
+                        Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
     SetFont(setupStaticTextFont(GetFont(), flags));
 }
 
