@@ -1,7 +1,12 @@
 #include "galleryframe.h"
 
+#include <varnellibwx/dpi.h>
+
+#include <algorithm>
+
 #include <wx/dc.h>
-#include <wx/panel.h>
+#include <wx/display.h>
+#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/vlbox.h>
 
@@ -13,6 +18,16 @@ constexpr int kListWidth = 180;
 constexpr int kRowHeight = 28;
 constexpr int kTextIndent = 12;
 const wxSize kFrameSize(900, 600);
+constexpr int kScrollStep = 16;
+
+// The frame's size at the library's scale, kept on the monitor's work area: at 2x a page is
+// larger, and what still does not fit scrolls.
+wxSize frameSize() {
+    const wxRect work = wxDisplay(0u).GetClientArea();
+    const wxSize wanted =
+        wxSize(kListWidth, 0) + Wx::scaleByDpi(kFrameSize - wxSize(kListWidth, 0));
+    return wxSize(std::min(wanted.x, work.width), std::min(wanted.y, work.height));
+}
 
 /// The page list, drawn in the dark look whatever the desktop theme.
 class PageList : public wxVListBox {
@@ -45,11 +60,13 @@ private:
 } // namespace
 
 GalleryFrame::GalleryFrame(std::vector<GalleryPage> pages)
-    : wxFrame(nullptr, wxID_ANY, "VarnelLibWx gallery", wxDefaultPosition, kFrameSize),
+    : wxFrame(nullptr, wxID_ANY, "VarnelLibWx gallery", wxDefaultPosition, frameSize()),
       m_pages(std::move(pages)) {
     SetBackgroundColour(Colors::background);
     m_list = new PageList(this, m_pages);
-    m_content = new wxPanel(this);
+    auto* content = new wxScrolledWindow(this);
+    content->SetScrollRate(kScrollStep, kScrollStep);
+    m_content = content;
     m_content->SetBackgroundColour(Colors::background);
     m_content->SetSizer(new wxBoxSizer(wxVERTICAL));
 
@@ -71,6 +88,8 @@ void GalleryFrame::showPage(int index) {
         m_page->Destroy();
     m_page = m_pages[static_cast<std::size_t>(index)].create(m_content);
     m_content->GetSizer()->Add(m_page, 1, wxEXPAND);
+    // The page fills the view and scrolls when its controls need more room than the view has.
+    m_content->FitInside();
     m_content->Layout();
     Refresh();
 }

@@ -19,6 +19,8 @@ public:
     const std::vector<GalleryPage>& pages() const { return m_pages; }
     /// Shows page `index`, building it afresh.
     void showPage(int index);
+    /// The page shown now (null before the first).
+    wxWindow* page() const { return m_page; }
 
 private:
     std::vector<GalleryPage> m_pages;

@@ -79,6 +79,26 @@ private:
     bool m_saved = false;
 };
 
+// The controls of `page` that lie outside it, where no scrolling reaches them: a page must grow
+// (and scroll) to hold everything it lays out, at every scale.
+int countCutOffControls(const wxWindow& page, const wxWindow& window) {
+    int cutOff = 0;
+    const wxRect area(page.GetSize());
+    for (const wxWindow* child : window.GetChildren()) {
+        if (!child->IsShown() || child->IsTopLevel())
+            continue;
+        const wxRect rect(page.ScreenToClient(child->GetScreenPosition()), child->GetSize());
+        if (!area.Contains(rect)) {
+            std::fprintf(stderr, "cut off: %s at (%d, %d) %d x %d on a page of %d x %d\n",
+                         wxString(child->GetClassInfo()->GetClassName()).utf8_str().data(), rect.x,
+                         rect.y, rect.width, rect.height, area.width, area.height);
+            ++cutOff;
+        }
+        cutOff += countCutOffControls(page, *child);
+    }
+    return cutOff;
+}
+
 // One message dialog over the gallery, as a user meets it.
 bool saveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
     DialogCapture capture(path);
@@ -100,6 +120,7 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
     for (std::size_t index = 0; index < frame.pages().size(); ++index) {
         frame.showPage(static_cast<int>(index));
         settle(frame);
+        failures += countCutOffControls(*frame.page(), *frame.page());
         const wxString path =
             wxFileName(directory, frame.pages()[index].fileName, "png").GetFullPath();
         if (Wx::captureWindow(frame).SaveFile(path, wxBITMAP_TYPE_PNG)) {

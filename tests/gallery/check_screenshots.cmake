@@ -1,6 +1,12 @@
-# Runs the gallery in screenshot mode and checks that every page left a PNG behind.
+# Runs the gallery in screenshot mode (at the scale SCALE, when given) and checks that every page
+# left a PNG behind; the gallery itself fails when a page cuts a control off.
 file(REMOVE_RECURSE ${OUTPUT})
-execute_process(COMMAND ${GALLERY} --screenshots ${OUTPUT} RESULT_VARIABLE result)
+set(scale_arguments)
+if(SCALE)
+    set(scale_arguments --scale ${SCALE})
+endif()
+execute_process(COMMAND ${GALLERY} ${scale_arguments} --screenshots ${OUTPUT}
+                RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "varnel-gallery --screenshots exited with ${result}")
 endif()

@@ -55,7 +55,6 @@ TEST_F(TextWidgets, WrapAlwaysStartsFromTheUnwrappedText) {
     EXPECT_EQ(twice->GetLabel(), once->GetLabel());
     EXPECT_NE(narrow, once->GetLabel());
     EXPECT_EQ(twice->label(), String(kLongText));
-    EXPECT_EQ(twice->GetFont().GetPixelSize().y, 12);
 }
 
 TEST_F(TextWidgets, StaticTextDrawsInItsForegroundColour) {
@@ -128,6 +127,36 @@ TEST_F(TextWidgets, DisabledTextControlsShowTheirValueInTheSkinsColour) {
     EXPECT_FALSE(readOnly->AcceptsFocusFromKeyboard());
     auto* editable = new TextControl(&parent(), wxID_ANY, String(L"free"));
     EXPECT_TRUE(editable->AcceptsFocusFromKeyboard());
+}
+
+TEST_F(TextWidgets, EntriesWearTheBorderedLooksFrameFocusedOrNot) {
+    auto* entry = new TextControl(&parent(), wxID_ANY, String(L"Gain"), 0, {}, wxSize(120, -1));
+    entry->SetPosition(wxPoint(10, 10));
+    applySkinRecursive(&parent(), GuiSkin());
+    const int middle = entry->GetSize().y / 2;
+    wxImage seen = captureOnScreen(*entry);
+    EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
+    EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(37, 37, 37));
+    EXPECT_EQ(pixelAt(seen, 0, 0), wxColour(54, 54, 54)); // square, not rounded
+    entry->SetFocus();
+    ASSERT_TRUE(pumpUntil([&] { return entry->HasFocus(); }));
+    seen = captureOnScreen(*entry);
+    EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
+    EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(0, 114, 188));
+}
+
+TEST_F(TextWidgets, EveryTextWidgetWritesTheStandardFontAtTheLibrarysScale) {
+    for (const double scale : {1.0, 2.0}) {
+        Wx::Detail::setDpiScaleOverride(scale);
+        const wxWindow* widgets[] = {new StaticText(&parent(), wxID_ANY, String(L"label")),
+                                     new TextControl(&parent(), wxID_ANY, String(L"entry")),
+                                     new TextCtrl(&parent(), wxID_ANY, "log", wxDefaultPosition,
+                                                  wxDefaultSize, wxTE_MULTILINE)};
+        for (const wxWindow* widget : widgets)
+            EXPECT_EQ(widget->GetFont().GetPixelSize().y, scaleByDpi(12))
+                << widget->GetClassInfo()->GetClassName() << " at " << scale;
+    }
+    Wx::Detail::setDpiScaleOverride(0);
 }
 
 TEST_F(TextWidgets, TextCtrlIsPlainDragsClampAndAppendsFollowOnlyAtTheEnd) {

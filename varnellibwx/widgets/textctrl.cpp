@@ -1,5 +1,7 @@
 #include <varnellibwx/widgets/textctrl.h>
 
+#include <varnellibwx/fonts.h>
+
 #include <algorithm>
 
 namespace Varnel::Wx {
@@ -16,6 +18,8 @@ TextCtrl::TextCtrl(wxWindow* parent, int id, const wxString& value, const wxPoin
     Bind(wxEVT_LEFT_DOWN, &TextCtrl::onLeftDown, this);
     Bind(wxEVT_MOTION, &TextCtrl::onMotion, this);
     Bind(wxEVT_LEFT_UP, &TextCtrl::onLeftUp, this);
+    // The library's standard text, scaled with the display like every other text widget.
+    SetFont(setupStaticTextFont(GetFont(), {}));
 }
 
 TextCtrl::~TextCtrl() {

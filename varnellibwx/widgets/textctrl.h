@@ -15,7 +15,8 @@ namespace Varnel::Wx {
 /// already delivers the motion and the release wherever the pointer goes, while a capture taken
 /// on a text view is lost at once (and the release with it). GTK may merge or drop motion events
 /// under load, so the release sets the selection once more from its own (clamped) position: the
-/// selection a drag leaves never depends on which motions arrived. Owned by its parent.
+/// selection a drag leaves never depends on which motions arrived. It writes in the library's
+/// standard font, scaled with the display. Owned by its parent.
 class VARNEL_LIBWX_EXPORT TextCtrl : public wxTextCtrl {
 public:
     TextCtrl(wxWindow* parent, int id, const wxString& value = wxEmptyString,
