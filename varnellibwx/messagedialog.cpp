@@ -136,6 +136,12 @@ void MessageDialog::EndModal(int returnCode) {
     wxDialog::EndModal(returnCode);
 }
 
+bool MessageDialog::Show(bool show) {
+    if (show && !m_owner.isEmpty())
+        setOwnerFromNativeHandle(getWindowNativeHandle(this), m_owner);
+    return wxDialog::Show(show);
+}
+
 bool MessageDialog::create(WindowHandle parent, const String& title, String message,
                            MessageDialogIcon icon, Stack<const MessageDialogControl*> controls) {
     message.replaceAll(String(L"\t"), String(L"    "));
@@ -144,8 +150,12 @@ bool MessageDialog::create(WindowHandle parent, const String& title, String mess
         return false;
     // Escape is one key of the key map like any other, not the toolkit's cancel shortcut.
     SetEscapeId(wxID_NONE);
-    if (!parent.isEmpty())
+    if (!parent.isEmpty()) {
+        m_owner = parent;
         setOwnerFromNativeHandle(getWindowNativeHandle(this), parent);
+        m_ownerWatch = std::make_unique<WindowDestroyWatch>(
+            parent, [this] { endWith(MessageDialogControl::FRAME_CLOSE.id); });
+    }
 
     const Bucket owner = getScreenRegion(parent);
     const Bucket workArea =

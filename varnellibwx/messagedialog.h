@@ -16,7 +16,8 @@
 
 namespace Varnel {
 class OutsideClickWatch;
-}
+class WindowDestroyWatch;
+} // namespace Varnel
 
 namespace Varnel::Wx {
 
@@ -101,6 +102,10 @@ public:
     ~MessageDialog() override;
 
     void EndModal(int returnCode) override;
+    /// Puts the native owner back first: wx hands a parentless modal dialog the application's
+    /// top window as its owner when it shows it, which is not the owner asked for when the host
+    /// gave a native window of its own.
+    bool Show(bool show = true) override;
 
 private:
     friend int Detail::showMessageDialogImpl(WindowHandle, const String&, const String&,
@@ -122,6 +127,9 @@ private:
 
     std::vector<std::pair<int, int>> m_keyMap;
     std::unique_ptr<OutsideClickWatch> m_outsideWatch;
+    WindowHandle m_owner;
+    /// Ends the dialog with FRAME_CLOSE when the owner's window is destroyed under it.
+    std::unique_ptr<WindowDestroyWatch> m_ownerWatch;
     bool m_filtering = false;
     bool m_ended = false;
 };

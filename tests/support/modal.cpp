@@ -35,6 +35,7 @@ int ModalDriver::Enter(wxDialog* dialog) {
 
 void ModalDriver::Exit(wxDialog* dialog) {
     if (dialog == m_dialog) {
+        m_lastResult = dialog->GetReturnCode();
         m_poll.Stop();
         m_dialog = nullptr;
     }

@@ -25,6 +25,8 @@ public:
 
     /// How many dialogs were shown (or answered) so far.
     int entered() const { return m_entered; }
+    /// What the last dialog driven here ended with (wxID_NONE before any).
+    int lastResult() const { return m_lastResult; }
 
 protected:
     int Enter(wxDialog* dialog) override;
@@ -48,6 +50,7 @@ private:
     wxDialog* m_dialog = nullptr;
     std::chrono::steady_clock::time_point m_deadline;
     int m_entered = 0;
+    int m_lastResult = wxID_NONE;
     bool m_stepped = false;
 };
 

@@ -52,4 +52,31 @@ WindowDisabler::~WindowDisabler() {
     g_object_unref(m_toplevel);
 }
 
+WindowDestroyWatch::WindowDestroyWatch(WindowHandle window, Function<void()> onDestroyed)
+    : m_onDestroyed(std::move(onDestroyed)) {
+    GtkWindow* top = toplevelOf(window);
+    if (!top || !m_onDestroyed)
+        return;
+    m_toplevel = top;
+    g_object_add_weak_pointer(G_OBJECT(top), &m_toplevel);
+    m_handler = g_signal_connect(top, "destroy", G_CALLBACK(&WindowDestroyWatch::onDestroy), this);
+}
+
+WindowDestroyWatch::~WindowDestroyWatch() {
+    if (!m_toplevel)
+        return;
+    g_signal_handler_disconnect(m_toplevel, m_handler);
+    g_object_remove_weak_pointer(G_OBJECT(m_toplevel), &m_toplevel);
+}
+
+void WindowDestroyWatch::onDestroy(void* window, void* self) {
+    auto& watch = *static_cast<WindowDestroyWatch*>(self);
+    // Once only: the handler goes before the callback, which may well delete this watch.
+    g_signal_handler_disconnect(window, watch.m_handler);
+    g_object_remove_weak_pointer(G_OBJECT(window), &watch.m_toplevel);
+    watch.m_toplevel = nullptr;
+    const Function<void()> onDestroyed = watch.m_onDestroyed;
+    onDestroyed();
+}
+
 } // namespace Varnel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <varnellib/base/function.h>
 #include <varnellib/export.h>
 #include <varnellib/native/windowhandle.h>
 
@@ -28,6 +29,24 @@ public:
 private:
     void* m_toplevel = nullptr;
     bool m_wasSensitive = false;
+};
+
+/// While it lives, calls `onDestroyed` when `window`'s top-level window is destroyed (a host
+/// closing its own native window, say), at most once. Safe to destroy after the window is gone.
+class VARNEL_LIB_EXPORT WindowDestroyWatch {
+public:
+    WindowDestroyWatch(WindowHandle window, Function<void()> onDestroyed);
+    ~WindowDestroyWatch();
+    WindowDestroyWatch(const WindowDestroyWatch&) = delete;
+    WindowDestroyWatch& operator=(const WindowDestroyWatch&) = delete;
+
+private:
+    static void onDestroy(void* window, void* self);
+
+    /// The watched window; cleared by the toolkit when the window is finalized.
+    void* m_toplevel = nullptr;
+    unsigned long m_handler = 0;
+    Function<void()> m_onDestroyed;
 };
 
 } // namespace Varnel
