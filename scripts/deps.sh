@@ -7,7 +7,7 @@ packages=(
     g++ cmake ninja-build pkg-config git
     libwxgtk3.2-dev libgtk-3-dev libx11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    xvfb xauth clang-format
+    xvfb xauth clang-format doxygen
     colord-data locales fonts-dejavu-core adwaita-icon-theme
 )
 

@@ -20,6 +20,7 @@ enum class ImageFormat : int {
 
 enum class ChannelType : int { UInt8 = 0, Float32 = 1 };
 
+/// How a format lays out its pixels: channels, their type, alpha, and bytes per pixel.
 struct ImageFormatDescriptor {
     int channelCount;
     ChannelType channelType;
@@ -36,6 +37,7 @@ VARNEL_LIB_EXPORT const ImageFormatDescriptor& getImageFormatDescriptor(ImageFor
 /// as grey.
 class VARNEL_LIB_EXPORT Image {
 public:
+    /// The size, encoding gamma and format of an image.
     struct Descriptor {
         int width = 0;
         int height = 0;

@@ -45,12 +45,14 @@ private:
     std::FILE* m_file = nullptr;
 };
 
+/// A file opened for reading.
 class VARNEL_LIB_EXPORT FileInputStream : public BinaryInputStream, public FileStreamBase {
 public:
     explicit FileInputStream(const Path& path);
     int64 read(void* buffer, int64 count) override;
 };
 
+/// A file opened for writing, created when missing.
 class VARNEL_LIB_EXPORT FileOutputStream : public BinaryOutputStream, public FileStreamBase {
 public:
     enum class Open : uint32 {

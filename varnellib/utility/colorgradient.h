@@ -10,6 +10,7 @@ namespace Varnel {
 /// by position (points at equal positions keep the order in which they were added).
 class VARNEL_LIB_EXPORT ColorGradient {
 public:
+    /// One control point: a colour at a position of the parameter range.
     struct Point {
         Rgb color;
         float position = 0.f;

@@ -47,6 +47,7 @@ class ComboBoxDropdown;
 /// the window passed is the list's. Owned by its parent; the list belongs to the combo.
 class VARNEL_LIBWX_EXPORT ComboBox : public wxPanel {
 public:
+    /// One entry of the list: the text shown and the id reported when it is chosen.
     struct Item {
         String label;
         int id = 0;
