@@ -1,7 +1,8 @@
-# Installs the built tree into a temporary prefix, then builds the consumer against it twice:
+# Puts the built libraries into a temporary root, then builds the consumer against them twice:
 # once through find_package(VarnelLibWx CONFIG) and once through pkg-config, and runs both.
+# With PACKAGES set, the root is made from the Debian packages that cpack builds (unpacked with
+# dpkg-deb, their metadata checked); otherwise from cmake --install.
 file(REMOVE_RECURSE ${WORK_DIR})
-set(prefix ${WORK_DIR}/prefix)
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
@@ -11,7 +12,32 @@ function(run)
     endif()
 endfunction()
 
-run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+function(expect_field deb field expected)
+    execute_process(COMMAND dpkg-deb --field ${deb} ${field} OUTPUT_VARIABLE value
+                    OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT value MATCHES "${expected}")
+        message(FATAL_ERROR "${deb}: ${field} is '${value}', expected '${expected}'")
+    endif()
+endfunction()
+
+if(PACKAGES)
+    set(root ${WORK_DIR}/root)
+    set(prefix ${root}/usr)
+    run(cpack --config ${BUILD_DIR}/CPackConfig.cmake -B ${WORK_DIR}/packages)
+    foreach(package libvarnellibwx0 libvarnellibwx-dev)
+        file(GLOB deb ${WORK_DIR}/packages/${package}_${VERSION}-1_*.deb)
+        if(NOT deb)
+            message(FATAL_ERROR "cpack made no ${package} ${VERSION}-1")
+        endif()
+        expect_field(${deb} Package "^${package}$")
+        run(dpkg-deb --extract ${deb} ${root})
+    endforeach()
+    expect_field(${WORK_DIR}/packages/libvarnellibwx-dev_${VERSION}-1_amd64.deb Depends
+                 "libvarnellibwx0 \\(= ${VERSION}-1\\)")
+else()
+    set(prefix ${WORK_DIR}/prefix)
+    run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+endif()
 
 run(${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/cmake-build -G Ninja
     -DCMAKE_PREFIX_PATH=${prefix})
