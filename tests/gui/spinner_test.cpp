@@ -1,5 +1,5 @@
-// The spinner under real input: clicks, holds and drags on its arrows, right-clicks, typing,
-// and the events its parents receive, in order.
+// The spinner wired up under real input: clicks, holds and drags on its arrows, right-clicks,
+// typing, and the events its parents receive, in order. Its arithmetic is the model's suite.
 #include "guitest.h"
 #include "input.h"
 #include "pump.h"
@@ -7,7 +7,6 @@
 
 #include <varnellib/base/stopexception.h>
 #include <varnellibwx/dpi.h>
-#include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
@@ -26,48 +25,41 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
+std::string number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
 class Spinners : public GuiTest {
 protected:
-    // A spinner at (20, 20) whose events are logged as the parent receives them, after the
-    // value callback.
+    // A spinner at (20, 20) whose value callback and events (as the parent receives them, from
+    // the spinner and with its id) are logged in order.
     Spinner& make(float min, float max, float value, int precision, float clickSpeed) {
         auto* spinner = new Spinner(&parent(), 4242, 60, min, max, value, precision, clickSpeed);
         spinner->SetPosition(wxPoint(20, 20));
         spinner->callOnValueChange([this](float v) { log.record("value " + number(v)); });
-        parent().Bind(CUSTSPINNER_START_EDITING, [this, spinner](wxActivateEvent& event) {
-            checkSource(event, *spinner);
-            log.record(event.GetActive() ? "start" : "start?");
-        });
-        parent().Bind(CUSTSPINNER_END_EDITING, [this, spinner](wxActivateEvent& event) {
-            checkSource(event, *spinner);
-            log.record(event.GetActive() ? "end?" : "end");
-        });
-        parent().Bind(wxEVT_SPINCTRLDOUBLE, [this, spinner](wxSpinDoubleEvent& event) {
-            checkSource(event, *spinner);
-            log.record("event " + number(static_cast<float>(event.GetValue())));
-        });
+        const auto logged = [this, spinner](const char* name, auto describe) {
+            return [this, spinner, name, describe](auto& event) {
+                EXPECT_EQ(event.GetId(), 4242);
+                EXPECT_EQ(event.GetEventObject(), spinner);
+                log.record(name + describe(event));
+            };
+        };
+        const auto active = [](wxActivateEvent& e) {
+            return std::string(e.GetActive() ? "" : "!");
+        };
+        parent().Bind(CUSTSPINNER_START_EDITING, logged("start", active));
+        parent().Bind(CUSTSPINNER_END_EDITING, logged("end", [](wxActivateEvent& e) {
+                          return std::string(e.GetActive() ? "!" : "");
+                      }));
+        parent().Bind(wxEVT_SPINCTRLDOUBLE,
+                      logged("event ", [](wxSpinDoubleEvent& e) { return number(e.GetValue()); }));
         pumpPending();
         return *spinner;
     }
-
-    static void checkSource(const wxEvent& event, const Spinner& spinner) {
-        EXPECT_EQ(event.GetId(), spinner.GetId());
-        EXPECT_EQ(event.GetEventObject(), &spinner);
-    }
-    static std::string number(float value) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%g", value);
-        return text;
-    }
     static wxString shown(const Spinner& spinner) { return spinner.textField()->GetValue(); }
-    static wxPoint middle(const wxWindow& window) {
-        return wxPoint(window.GetSize().x / 2, window.GetSize().y / 2);
-    }
-    int changes() const {
-        return static_cast<int>(
-            std::count_if(log.calls().begin(), log.calls().end(),
-                          [](const std::string& c) { return c[0] == 'e' && c[1] == 'v'; }));
-    }
+    static wxPoint middle(const wxWindow& window) { return wxPoint(5, window.GetSize().y / 2); }
 
     Input input;
     CallLog log;
@@ -79,12 +71,9 @@ TEST_F(Spinners, LayoutAndAQuietConstruction) {
     Spinner& spinner = make(0.f, 10.f, 2.f, 3, 0.f);
     EXPECT_TRUE(log.calls().empty());
     EXPECT_EQ(shown(spinner), "2.0");
-    EXPECT_EQ(spinner.getValue(), 2.f);
     EXPECT_EQ(spinner.textField()->GetSize(), wxSize(60, 14));
     EXPECT_EQ(spinner.upArrow()->GetSize(), wxSize(11, 9));
     EXPECT_EQ(spinner.downArrow()->GetPosition(), spinner.upArrow()->GetPosition() + wxPoint(0, 9));
-    EXPECT_GT(spinner.upArrow()->GetPosition().x, spinner.textField()->GetSize().x);
-
     Wx::Detail::setDpiScaleOverride(2.0);
     auto* large = new Spinner(&parent(), wxID_ANY, 60, 0.f, 1.f, 0.f, 0, 0.f);
     Wx::Detail::setDpiScaleOverride(0);
@@ -96,32 +85,28 @@ TEST_F(Spinners, LayoutAndAQuietConstruction) {
     EXPECT_EQ(spinner.getValue(), 2.f);
 }
 
-TEST_F(Spinners, ClicksStepOnReleaseBetweenStartAndEnd) {
+TEST_F(Spinners, ClicksStepOnReleaseAndHoldsRepeatWithOneMoreStepOnRelease) {
     Spinner& spinner = make(0.f, 1000.f, 500.f, 1, 0.f);
-    input.click(*spinner.upArrow(), middle(*spinner.upArrow()));
-    EXPECT_EQ(log.calls(), (Calls{"start", "value 502", "event 502", "end"}));
-    EXPECT_EQ(shown(spinner), "502.0");
-    log.clear();
     input.click(*spinner.downArrow(), middle(*spinner.downArrow()));
-    EXPECT_EQ(log.calls(), (Calls{"start", "value 500", "event 500", "end"}));
-}
+    EXPECT_EQ(log.calls(), (Calls{"start", "value 498", "event 498", "end"}));
+    EXPECT_EQ(shown(spinner), "498.0");
 
-TEST_F(Spinners, HoldingRepeatsAndStepsOnceMoreOnRelease) {
-    Spinner& spinner = make(0.f, 1000.f, 0.f, 0, 1.f);
-    const bool repeated =
-        input.hold(*spinner.upArrow(), middle(*spinner.upArrow()), [&] { return changes() >= 3; });
-    ASSERT_TRUE(repeated);
-    ASSERT_TRUE(pumpUntil([&] { return !log.calls().empty() && log.calls().back() == "end"; }));
-    const Calls& calls = log.calls();
-    EXPECT_EQ(calls.front(), "start");
-    EXPECT_EQ(calls.back(), "end");
-    EXPECT_EQ(std::count(calls.begin(), calls.end(), "start"), 1);
-    // Every repeat and the release each moved the value by one.
-    EXPECT_EQ(spinner.getValue(), static_cast<float>(changes()));
+    spinner.configure(0.f, 1000.f, 0.f, 0, 1.f, false);
+    spinner.setValue(0.f, false);
+    log.clear();
+    const auto changes = [&] {
+        return std::count_if(log.calls().begin(), log.calls().end(),
+                             [](const std::string& c) { return c.rfind("event", 0) == 0; });
+    };
+    ASSERT_TRUE(
+        input.hold(*spinner.upArrow(), middle(*spinner.upArrow()), [&] { return changes() >= 3; }));
+    ASSERT_TRUE(pumpUntil([&] { return log.calls().back() == "end"; }));
+    EXPECT_EQ(std::count(log.calls().begin(), log.calls().end(), "start"), 1);
+    EXPECT_EQ(spinner.getValue(), static_cast<float>(changes())); // one per repeat and release
     EXPECT_GE(changes(), 4);
 }
 
-TEST_F(Spinners, DraggingIsAVirtualSliderAndRightClickCancels) {
+TEST_F(Spinners, DraggingIsAVirtualSliderAndRightClicksCancelOrReset) {
     Spinner& spinner = make(-100.f, 100.f, 0.f, 1, 0.5f);
     wxWindow& up = *spinner.upArrow();
     input.press(up, wxPoint(5, 4));
@@ -129,18 +114,14 @@ TEST_F(Spinners, DraggingIsAVirtualSliderAndRightClickCancels) {
     EXPECT_TRUE(spinner.isDragging());
     EXPECT_EQ(spinner.getValue(), 5.f);
     input.moveTo(up, wxPoint(5, 14)); // 20 down: -10
-    EXPECT_EQ(spinner.getValue(), -5.f);
     input.release();
-    EXPECT_FALSE(spinner.isDragging());
     EXPECT_EQ(spinner.getValue(), -5.f); // no step after a drag
     EXPECT_EQ(log.calls().front(), "start");
     EXPECT_EQ(log.calls().back(), "end");
 
     // A right-click during a drag restores the value from the press and ends the gesture.
-    log.clear();
     input.press(up, wxPoint(5, 4));
     input.moveTo(up, wxPoint(5, -16));
-    EXPECT_EQ(spinner.getValue(), 5.f);
     input.click(up, wxPoint(5, -16), wxMOUSE_BTN_RIGHT);
     EXPECT_EQ(spinner.getValue(), -5.f);
     EXPECT_EQ(log.calls().back(), "end");
@@ -150,7 +131,6 @@ TEST_F(Spinners, DraggingIsAVirtualSliderAndRightClickCancels) {
     // At rest a right-click resets to the default, notifying without a gesture.
     log.clear();
     input.click(up, middle(up), wxMOUSE_BTN_RIGHT);
-    EXPECT_EQ(spinner.getValue(), 0.f);
     EXPECT_EQ(log.calls(), (Calls{"value 0", "event 0"}));
 }
 
@@ -168,22 +148,18 @@ TEST_F(Spinners, ADragReachingTheMonitorsTopRowWrapsThePointerToTheBottom) {
     EXPECT_TRUE(pumpUntil([&] { return wxGetMousePosition().y == monitor.GetBottom() - 1; }));
     EXPECT_TRUE(spinner.isDragging());
     input.release();
-    EXPECT_TRUE(pumpUntil([&] { return !spinner.isDragging(); }));
 }
 
 TEST_F(Spinners, TypedTextCommitsOnEnterAndOnFocusLoss) {
     Spinner& spinner = make(-10.f, 10.f, 1.f, 2, 0.f);
     auto* other = new TextControl(&parent(), wxID_ANY, String(L"other"));
     other->SetPosition(wxPoint(20, 100));
-    std::vector<std::string> focus;
+    Calls focus;
     parent().Bind(CUSTSPINNER_TEXT_FOCUS_GET, [&](wxFocusEvent& e) {
         EXPECT_EQ(e.GetEventObject(), &spinner);
         focus.push_back("get");
     });
-    parent().Bind(CUSTSPINNER_TEXT_FOCUS_LOST, [&](wxFocusEvent& e) {
-        EXPECT_EQ(e.GetId(), spinner.GetId());
-        focus.push_back("lost");
-    });
+    parent().Bind(CUSTSPINNER_TEXT_FOCUS_LOST, [&](wxFocusEvent&) { focus.push_back("lost"); });
 
     spinner.SetFocus();
     ASSERT_TRUE(pumpUntil([&] { return spinner.textField()->HasFocus(); }));
@@ -199,29 +175,22 @@ TEST_F(Spinners, TypedTextCommitsOnEnterAndOnFocusLoss) {
     log.clear();
     spinner.textField()->ChangeValue("1.500");
     other->SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return !focus.empty() && focus.back() == "lost"; }));
+    ASSERT_TRUE(pumpUntil([&] { return focus == Calls{"get", "lost"}; }));
     EXPECT_TRUE(log.calls().empty());
     EXPECT_EQ(shown(spinner), "1.50");
-    EXPECT_EQ(focus, (Calls{"get", "lost"}));
-}
 
-// What text parses to is the model's (unit-tested); here: a commit of text that is no number
-// restores the shown value quietly, and one out of range is clamped.
-TEST_F(Spinners, UnparsableTextSendsNothingAndNumbersAreClamped) {
-    Spinner& spinner = make(-10.f, 10.f, 1.f, 2, 0.f);
-    const auto commit = [&](const wxString& text) {
-        spinner.textField()->ChangeValue(text);
-        wxCommandEvent enter(wxEVT_TEXT_ENTER, spinner.textField()->GetId());
-        enter.SetEventObject(spinner.textField());
-        spinner.textField()->GetEventHandler()->ProcessEvent(enter);
-    };
-    commit("letters");
+    // Text that is no number restores the shown value quietly; a number out of range clamps.
+    spinner.textField()->ChangeValue("letters");
+    spinner.SetFocus();
+    other->SetFocus();
+    ASSERT_TRUE(pumpUntil([&] { return focus.size() == 4; }));
     EXPECT_TRUE(log.calls().empty());
-    EXPECT_EQ(spinner.getValue(), 1.f);
-    EXPECT_EQ(shown(spinner), "1.0");
-    commit("-25");
+    EXPECT_EQ(shown(spinner), "1.50");
+    spinner.textField()->ChangeValue("-25");
+    spinner.SetFocus();
+    other->SetFocus();
+    ASSERT_TRUE(pumpUntil([&] { return focus.size() == 6; }));
     EXPECT_EQ(spinner.getValue(), -10.f);
-    EXPECT_EQ(shown(spinner), "-10.0");
 }
 
 TEST_F(Spinners, PrecisionRangeTextAndTheHostsSeparator) {
@@ -241,10 +210,8 @@ TEST_F(Spinners, PrecisionRangeTextAndTheHostsSeparator) {
 
     // configure clamps and re-formats into the new range without moving to the new default.
     spinner.configure(0.f, 20.f, 3.f, 0, 0.f, true);
-    EXPECT_EQ(spinner.getValue(), 20.f);
     EXPECT_EQ(shown(spinner), "20");
     EXPECT_EQ(log.calls(), (Calls{"value 20", "event 20"}));
-
     spinner.setText(String(L"mixed"));
     EXPECT_EQ(shown(spinner), "mixed");
     EXPECT_EQ(spinner.getValue(), 20.f);

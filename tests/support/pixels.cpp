@@ -1,12 +1,11 @@
 #include "pixels.h"
 #include "pump.h"
 
+#include <varnellib/native/process.h>
 #include <varnellibwx/windowcapture.h>
 
 #include <wx/dcmemory.h>
 #include <wx/window.h>
-
-#include <gtk/gtk.h>
 
 #include <ostream>
 
@@ -24,27 +23,12 @@ wxImage renderOffscreen(wxSize size, const std::function<void(wxDC&)>& paint,
     return bitmap.ConvertToImage();
 }
 
-namespace {
-
-void countFrame(GdkFrameClock*, gpointer count) {
-    ++*static_cast<int*>(count);
-}
-
-} // namespace
-
 wxImage captureOnScreen(wxWindow& window) {
-    // The frame clock of the window's top level says when a frame has been drawn, whoever drew
-    // it: windows that wxWidgets paints and native controls alike.
-    auto* widget = static_cast<GtkWidget*>(window.GetHandle());
-    pumpUntil([&] { return window.IsShownOnScreen() && gtk_widget_get_frame_clock(widget); });
-    GdkFrameClock* clock = gtk_widget_get_frame_clock(widget);
-    int frames = 0;
-    const gulong handler =
-        clock ? g_signal_connect(clock, "after-paint", G_CALLBACK(countFrame), &frames) : 0;
+    // Once GTK has drawn the window on its frame clock, whoever drew it: windows that wxWidgets
+    // paints and native controls alike.
+    pumpUntil([&] { return window.IsShownOnScreen(); });
     window.Refresh();
-    pumpUntil([&] { return frames > 0; });
-    if (handler)
-        g_signal_handler_disconnect(clock, handler);
+    Lib::waitForDrawnFrames(WindowHandle(window.GetHandle()), 1, 2000);
     pumpPending();
     return Wx::captureWindow(window);
 }

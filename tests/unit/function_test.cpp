@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 using Varnel::Function;
 
 TEST(Function, CopiesShareOneCallableAndItsState) {
@@ -30,18 +28,4 @@ TEST(Function, EmptyFunctionsAreNotCalled) {
     Function<int(int)> fromNull = nullPointer;
     EXPECT_FALSE(fromNull);
     EXPECT_EQ(fromNull(3), 0);
-}
-
-TEST(Function, ForwardsArgumentsAndConvertsResults) {
-    Function<std::string(const std::string&, int)> repeat = [](const std::string& s, int n) {
-        std::string out;
-        for (int i = 0; i < n; ++i)
-            out += s;
-        return out;
-    };
-    EXPECT_EQ(repeat("ab", 3), "ababab");
-    Function<double(int)> half = [](int x) {
-        return x / 2;
-    }; // int result widened to double
-    EXPECT_EQ(half(5), 2.0);
 }

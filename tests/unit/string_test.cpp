@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <sstream>
 #include <string>
 
 using Varnel::String;
@@ -83,16 +82,6 @@ TEST(String, EditingOperations) {
     EXPECT_EQ(String(L"gradient").getSubstr(8, 5), String());
     EXPECT_EQ(String(L"abcabc").find(String(L"ca")), 2);
     EXPECT_EQ(String(L"abcabc").find(String(L"x")), -1);
-
-    String built = String(L"a") + String(L"b");
-    built += String(L"c");
-    built << L'd';
-    EXPECT_EQ(built, String(L"abcd"));
-    EXPECT_LT(String(L"abc"), String(L"abd"));
-
-    std::wostringstream stream;
-    stream << String(L"x=") << 5;
-    EXPECT_EQ(stream.str(), L"x=5");
 }
 
 TEST(String, OutOfRangeArgumentsRaiseTheStopException) {
