@@ -23,16 +23,12 @@ using namespace Varnel::Test;
 
 namespace {
 
-const wchar_t* const kLongText =
-    L"Tone curves map the brightness of every pixel through a smooth function that the user "
-    L"shapes by dragging control points over the histogram of the image.";
-
-// The brightest green channel in a rectangle: antialiased text reaches its colour only at the
+// The brightest green channel in an image: antialiased text reaches its colour only at the
 // heart of its strokes.
-int brightest(const wxImage& image, const wxRect& rect) {
+int brightest(const wxImage& image) {
     int value = 0;
-    for (int y = rect.y; y < rect.GetBottom(); ++y)
-        for (int x = rect.x; x < rect.GetRight(); ++x)
+    for (int y = 0; y < image.GetHeight(); ++y)
+        for (int x = 0; x < image.GetWidth(); ++x)
             value = std::max<int>(value, image.GetGreen(x, y));
     return value;
 }
@@ -45,30 +41,20 @@ protected:
 
 } // namespace
 
-TEST_F(TextWidgets, WrapAlwaysStartsFromTheUnwrappedText) {
-    auto* once = new StaticText(&parent(), wxID_ANY, String(kLongText));
+TEST_F(TextWidgets, StaticTextWrapsFromTheUnwrappedTextAndDrawsInItsForeground) {
+    const String text(L"Tone curves map the brightness of every pixel through a smooth function "
+                      L"that the user shapes by dragging control points over the histogram.");
+    auto* once = new StaticText(&parent(), wxID_ANY, text);
     once->Wrap(300);
-    auto* twice = new StaticText(&parent(), wxID_ANY, String(kLongText));
+    auto* twice = new StaticText(&parent(), wxID_ANY, text);
     twice->Wrap(100);
-    const wxString narrow = twice->GetLabel();
     twice->Wrap(300);
     EXPECT_EQ(twice->GetLabel(), once->GetLabel());
-    EXPECT_NE(narrow, once->GetLabel());
-    EXPECT_EQ(twice->label(), String(kLongText));
-}
+    EXPECT_EQ(twice->label(), text);
 
-TEST_F(TextWidgets, StaticTextDrawsInItsForegroundColour) {
-    auto* text = new StaticText(&parent(), wxID_ANY, String(L"Exposure"), 0, TextFlag::Bold);
-    text->SetPosition(wxPoint(10, 10));
-    text->SetForegroundColour(wxColour(255, 40, 40));
-    text->SetBackgroundColour(*wxBLACK);
-    const wxImage seen = captureOnScreen(*text);
-    int reddest = 0;
-    for (int y = 0; y < seen.GetHeight(); ++y)
-        for (int x = 0; x < seen.GetWidth(); ++x)
-            if (seen.GetGreen(x, y) < 60)
-                reddest = std::max<int>(reddest, seen.GetRed(x, y));
-    EXPECT_GT(reddest, 200);
+    twice->SetForegroundColour(wxColour(0, 250, 0));
+    twice->SetBackgroundColour(*wxBLACK);
+    EXPECT_GT(brightest(captureOnScreen(*twice)), 200);
 }
 
 TEST_F(TextWidgets, LinksClickOnReleaseAndKeepTheirColoursByState) {
@@ -78,9 +64,7 @@ TEST_F(TextWidgets, LinksClickOnReleaseAndKeepTheirColoursByState) {
     link->setNormalColour(normal);
     link->setHoverColour(hover);
     link->setVisitedColour(visited);
-    EXPECT_EQ(link->GetForegroundColour(), normal);
     link->setVisited(true);
-    EXPECT_EQ(link->GetForegroundColour(), visited);
     link->setNormalColour(wxColour(1, 2, 3)); // not shown while visited
     EXPECT_EQ(link->GetForegroundColour(), visited);
     pumpPending();
@@ -101,57 +85,47 @@ TEST_F(TextWidgets, LinksClickOnReleaseAndKeepTheirColoursByState) {
     EXPECT_EQ(link->GetForegroundColour(), wxColour(81, 167, 241));
 }
 
-TEST_F(TextWidgets, DisabledTextControlsShowTheirValueInTheSkinsColour) {
-    auto* entry =
-        new TextControl(&parent(), wxID_ANY, String(L"Reference white"), 0, {}, wxSize(200, 30));
-    entry->SetPosition(wxPoint(10, 10));
-    applySkinRecursive(&parent(), GuiSkin());
-    entry->Disable();
-    const wxImage seen = captureOnScreen(*entry);
-    const int value = brightest(seen, wxRect(0, 0, 200, 30));
-    EXPECT_LE(value, 110);
-    EXPECT_GT(value, 90);
-    // The text starts 3 pixels from the left edge.
-    int firstInk = -1;
-    for (int x = 0; x < 20 && firstInk < 0; ++x)
-        for (int y = 0; y < 30; ++y)
-            if (seen.GetGreen(x, y) > 80) {
-                firstInk = x;
-                break;
-            }
-    EXPECT_GE(firstInk, 3);
-    EXPECT_LE(firstInk, 5);
-
-    EXPECT_TRUE(entry->AcceptsFocusFromKeyboard() || !entry->IsEnabled());
-    auto* readOnly = new TextControl(&parent(), wxID_ANY, String(L"fixed"), wxTE_READONLY);
-    EXPECT_FALSE(readOnly->AcceptsFocusFromKeyboard());
-    auto* editable = new TextControl(&parent(), wxID_ANY, String(L"free"));
-    EXPECT_TRUE(editable->AcceptsFocusFromKeyboard());
-}
-
-TEST_F(TextWidgets, EntriesWearTheBorderedLooksFrameFocusedOrNot) {
+TEST_F(TextWidgets, EntriesWearTheBorderedFrameAndShowDisabledValuesInTheSkin) {
     auto* entry = new TextControl(&parent(), wxID_ANY, String(L"Gain"), 0, {}, wxSize(120, -1));
     entry->SetPosition(wxPoint(10, 10));
     applySkinRecursive(&parent(), GuiSkin());
     const int middle = entry->GetSize().y / 2;
     wxImage seen = captureOnScreen(*entry);
-    EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
-    EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(37, 37, 37));
     EXPECT_EQ(pixelAt(seen, 0, 0), wxColour(54, 54, 54)); // square, not rounded
+    EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(37, 37, 37));
     entry->SetFocus();
     ASSERT_TRUE(pumpUntil([&] { return entry->HasFocus(); }));
     seen = captureOnScreen(*entry);
     EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
     EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(0, 114, 188));
+
+    // Disabled, the value is drawn in disabledText (110) from 3 pixels in.
+    entry->Disable();
+    seen = captureOnScreen(*entry);
+    EXPECT_LE(brightest(seen), 110);
+    EXPECT_GT(brightest(seen), 90);
+    int firstInk = 0;
+    while (firstInk < 20 &&
+           brightest(seen.GetSubImage(wxRect(firstInk, 0, 1, seen.GetHeight()))) <= 80)
+        ++firstInk;
+    EXPECT_GE(firstInk, 3);
+    EXPECT_LE(firstInk, 5);
+
+    EXPECT_FALSE((new TextControl(&parent(), wxID_ANY, String(L"fixed"), wxTE_READONLY))
+                     ->AcceptsFocusFromKeyboard());
+    EXPECT_TRUE(
+        (new TextControl(&parent(), wxID_ANY, String(L"free")))->AcceptsFocusFromKeyboard());
 }
 
 TEST_F(TextWidgets, EveryTextWidgetWritesTheStandardFontAtTheLibrarysScale) {
     for (const double scale : {1.0, 2.0}) {
         Wx::Detail::setDpiScaleOverride(scale);
-        const wxWindow* widgets[] = {new StaticText(&parent(), wxID_ANY, String(L"label")),
-                                     new TextControl(&parent(), wxID_ANY, String(L"entry")),
-                                     new TextCtrl(&parent(), wxID_ANY, "log", wxDefaultPosition,
-                                                  wxDefaultSize, wxTE_MULTILINE)};
+        wxWindow* widgets[] = {new StaticText(&parent(), wxID_ANY, String(L"label")),
+                               new TextControl(&parent(), wxID_ANY, String(L"entry")),
+                               new TextCtrl(&parent(), wxID_ANY, "log", wxDefaultPosition,
+                                            wxDefaultSize, wxTE_MULTILINE),
+                               new CheckBox(&parent(), wxID_ANY, String(L"check"))};
+        widgets[3]->SetFont(wxFont(wxFontInfo(30))); // a check box keeps its own size
         for (const wxWindow* widget : widgets)
             EXPECT_EQ(widget->GetFont().GetPixelSize().y, scaleByDpi(12))
                 << widget->GetClassInfo()->GetClassName() << " at " << scale;
@@ -178,15 +152,12 @@ TEST_F(TextWidgets, TextCtrlIsPlainDragsClampAndAppendsFollowOnlyAtTheEnd) {
     ASSERT_TRUE(pumpUntil([&] { return !text->isDragging(); }));
     text->GetSelection(&from, &to);
     EXPECT_EQ(from, 0);
-    EXPECT_GT(to, 5);
 
-    // The user's selection in the middle survives new text.
+    // The user's selection in the middle survives new text; at the end, the caret follows.
     text->SetSelection(0, 5);
     text->appendText("third line\n");
     text->GetSelection(&from, &to);
-    EXPECT_EQ(from, 0);
-    EXPECT_EQ(to, 5);
-    // At the end, the caret follows.
+    EXPECT_EQ(std::make_pair(from, to), std::make_pair(0L, 5L));
     text->SetInsertionPointEnd();
     text->appendText("fourth line\n");
     EXPECT_EQ(text->GetInsertionPoint(), text->GetLastPosition());
@@ -196,29 +167,20 @@ TEST_F(TextWidgets, CheckBoxSizesAndNotifications) {
     EXPECT_EQ(Wx::Detail::checkBoxSize(false, wxDefaultSize), wxSize(15, 15));
     EXPECT_EQ(Wx::Detail::checkBoxSize(true, wxSize(120, -1)), wxSize(120, 15));
     EXPECT_EQ(Wx::Detail::checkBoxSize(true, wxSize(-1, 20)), wxSize(-1, 20));
-    EXPECT_EQ(Wx::Detail::checkBoxSize(false, wxSize(30, 20)), wxSize(30, 20));
 
     auto* box = new CheckBox(&parent(), wxID_ANY, String(L"sRGB"), wxPoint(10, 10));
     EXPECT_EQ(box->GetSize().y, 15);
-    box->SetFont(wxFont(wxFontInfo(30)));
-    EXPECT_EQ(box->GetFont().GetPixelSize().y, 12);
-
-    std::vector<bool> changes;
     box->onChange = [&](bool value) {
-        changes.push_back(value);
-        log.record("onChange");
+        log.record("onChange " + std::to_string(value));
     };
     parent().Bind(wxEVT_CHECKBOX, [&](wxCommandEvent& event) {
-        log.record("parent:" + std::to_string(event.GetInt()));
+        log.record("parent " + std::to_string(event.GetInt()));
     });
     box->setValue(true, false);
     EXPECT_TRUE(box->GetValue());
     EXPECT_TRUE(log.calls().empty());
     box->setValue(false, true);
-    EXPECT_EQ(log.calls(), (std::vector<std::string>{"onChange", "parent:0"}));
-
-    box->setValue(true, true);
-    EXPECT_EQ(changes, (std::vector<bool>{false, true}));
+    EXPECT_EQ(log.calls(), (std::vector<std::string>{"onChange 0", "parent 0"}));
 
     // Its own painter decides its width, at any scale: the whole label fits.
     Wx::Detail::setDpiScaleOverride(2.0);
@@ -239,8 +201,7 @@ TEST_F(TextWidgets, CheckBoxesDrawTheLibrarysLook) {
     EXPECT_EQ(pixelAt(seen, 1, 2), wxColour(37, 37, 37));
     EXPECT_EQ(countPixels(seen, blue), 0);
     box->SetValue(true);
-    seen = captureOnScreen(*box);
-    EXPECT_GT(countPixels(seen, blue), 5);
+    EXPECT_GT(countPixels(captureOnScreen(*box), blue), 5);
     box->Disable();
     seen = captureOnScreen(*box);
     EXPECT_EQ(countPixels(seen, blue), 0);
@@ -252,15 +213,11 @@ TEST_F(TextWidgets, TabMovesTheFocusOnKeyUpOnlyAfterItsOwnKeyDown) {
     auto* second = new CheckBox(&parent(), wxID_ANY, String(L"two"), wxPoint(10, 40));
     first->SetFocus();
     ASSERT_TRUE(pumpUntil([&] { return first->HasFocus(); }));
-
-    wxKeyEvent up(wxEVT_KEY_UP);
-    up.m_keyCode = WXK_TAB;
+    wxKeyEvent up(wxEVT_KEY_UP), down(wxEVT_KEY_DOWN);
+    up.m_keyCode = down.m_keyCode = WXK_TAB;
     first->GetEventHandler()->ProcessEvent(up); // no key-down reached the box: nothing moves
     pumpPending();
     EXPECT_TRUE(first->HasFocus());
-
-    wxKeyEvent down(wxEVT_KEY_DOWN);
-    down.m_keyCode = WXK_TAB;
     first->GetEventHandler()->ProcessEvent(down);
     first->GetEventHandler()->ProcessEvent(up);
     EXPECT_TRUE(pumpUntil([&] { return second->HasFocus(); }));

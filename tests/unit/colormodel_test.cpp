@@ -101,15 +101,13 @@ TEST(ColorModel, HwbScalingAndThePureBlackRule) {
 
 TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
     const Rgb orange(1.f, 128 * kOne255th, 0.f, 1.f);
-    for (const wchar_t* text :
-         {L"ff8000", L"FF8000", L"  \tff8000", L"ff8000zz", L"0xff8000", L"1ff8000"}) {
+    for (const wchar_t* text : {L"FF8000", L"  \tff8000zz", L"0xff8000", L"1ff8000"}) {
         const auto color = parseHexColor(String(text));
         ASSERT_TRUE(color.has_value()) << String(text).toUtf8().data();
         EXPECT_EQ(*color, orange) << String(text).toUtf8().data();
     }
     EXPECT_FALSE(parseHexColor(String(L"")).has_value());
-    EXPECT_FALSE(parseHexColor(String(L"zz")).has_value());
-    EXPECT_FALSE(parseHexColor(String(L"   ")).has_value());
+    EXPECT_FALSE(parseHexColor(String(L"   zz")).has_value());
     EXPECT_EQ(parseHexColor(String(L"0")), Rgb(0, 0, 0, 1));
     // Too large for the stream: it keeps its largest value, whose low 24 bits are white.
     EXPECT_EQ(parseHexColor(String(L"123456789abcdef0123")), Rgb(1, 1, 1, 1));
