@@ -1,12 +1,15 @@
 #include "guitest.h"
 #include "pixels.h"
 
+#include <varnellib/color/byteencoding.h>
 #include <varnellib/image/image.h>
 #include <varnellibwx/bitmapconversion.h>
 
 #include <wx/mstream.h>
 #include <wx/toplevel.h>
 
+#include <cmath>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -59,6 +62,21 @@ TEST_F(BitmapConversion, FloatPixelsBecomeClampedBytesRoundedToEven) {
     EXPECT_EQ(pixelAt(withAlpha, 1, 0), wxColour(64, 191, 255));
 
     EXPECT_FALSE(Wx::toWxBitmap(BitmapImpl<Rgb>(0, 4), false).IsOk());
+
+    // Every lane as the scalar rule has it, special values and row ends included.
+    const float lanes[] = {std::nanf(""), -1.f, 0.f, 0.5f / 255.f, 1.5f / 255.f, 0.9980392f,
+                           1.f, 3.f, std::numeric_limits<float>::infinity()};
+    BitmapImpl<Rgb> odd(9, 3);
+    for (int i = 0; i < 27; ++i)
+        odd(i % 9, i / 9) = Rgb(lanes[i % 9], lanes[(i + 2) % 9], lanes[(i + 4) % 9], lanes[i / 3]);
+    const wxImage seen = Wx::toWxBitmap(odd, true).ConvertToImage();
+    for (int i = 0; i < 27; ++i) {
+        const Rgb& p = odd(i % 9, i / 9);
+        ASSERT_EQ(pixelAt(seen, i % 9, i / 9),
+                  wxColour(unitToByte(p.r), unitToByte(p.g), unitToByte(p.b)))
+            << i;
+        ASSERT_EQ(seen.GetAlpha(i % 9, i / 9), unitToByte(p.a)) << i;
+    }
 }
 
 TEST_F(BitmapConversion, BitmapsReadBackAsUnlinearisedFloats) {
@@ -108,4 +126,32 @@ TEST_F(BitmapConversion, CoreImagesAreGammaEncodedAndFlipped) {
     const wxImage empty =
         BitmapConverter::vellumImageToWxImage(Image({3, 0, 1.f, ImageFormat::Rgb8}));
     EXPECT_EQ(empty.IsOk() ? empty.GetHeight() : 0, 0);
+}
+
+TEST_F(BitmapConversion, EveryFormatAndGammaGivesThePerPixelFormulasBytes) {
+    const float nan = std::nanf(""), inf = std::numeric_limits<float>::infinity();
+    const float lanes[] = {0.f, 0.5f, 0.2140f, 1.f, 1.5f, -0.25f, nan, inf, -inf, 1e-20f, 0.73f};
+    for (const float gamma : {2.2f, 1.f, 0.5f, 0.f, -2.2f, nan, 1e30f}) {
+        for (int format = 0; format <= 4; ++format) {
+            Image image({4, 3, gamma, static_cast<ImageFormat>(format)});
+            for (int i = 0; i < 12; ++i)
+                image.setRgba(i % 4, i / 4,
+                              Rgb(lanes[i % 11], lanes[(i + 3) % 11], lanes[(i + 7) % 11],
+                                  lanes[(i + 5) % 11]));
+            const wxImage shown = BitmapConverter::vellumImageToWxImage(image);
+            for (int i = 0; i < 12; ++i) {
+                const Rgb pixel = image.getRgba(i % 4, i / 4);
+                const auto byte = [&](float lane) {
+                    return GammaByteEncoder::formula(lane, 1.f / gamma);
+                };
+                const int x = i % 4, y = 2 - i / 4;
+                ASSERT_EQ(pixelAt(shown, x, y),
+                          wxColour(byte(pixel.r), byte(pixel.g), byte(pixel.b)))
+                    << "gamma " << gamma << " format " << format << " pixel " << i;
+                if (shown.HasAlpha()) {
+                    ASSERT_EQ(shown.GetAlpha(x, y), byte(pixel.a));
+                }
+            }
+        }
+    }
 }
