@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <random>
 
@@ -76,6 +77,68 @@ TEST(ColorModel, RgbToHsvAndBackReturnsTheColour) {
         ASSERT_NEAR(back.r, color.r, 2e-6f) << i;
         ASSERT_NEAR(back.g, color.g, 2e-6f) << i;
         ASSERT_NEAR(back.b, color.b, 2e-6f) << i;
+    }
+}
+
+namespace {
+
+// The conversions as first written, with branches and the library's floor: the fast forms must
+// give the same bits for every input.
+Hsv plainRgbToHsv(Rgb c) {
+    float r = c.r, g = c.g, b = c.b, k = 0.f;
+    if (!(g >= b)) {
+        std::swap(g, b);
+        k = -1.f;
+    }
+    if (!(r >= g)) {
+        std::swap(r, g);
+        k = -1.f / 3.f - k;
+    }
+    const float chroma = r - std::min(g, b);
+    return {chroma != 0.f ? std::fabs(k + (g - b) * (1.f / 6.f / chroma)) * 360.f : 0.f,
+            r != 0.f ? chroma / r : 0.f, r, 0.f};
+}
+
+Rgb plainHsvToRgb(Hsv hsv) {
+    const float offsets[3] = {1.f, 2.f / 3.f, 1.f / 3.f};
+    float lanes[3];
+    for (int i = 0; i < 3; ++i) {
+        const float x = hsv.h * (1.f / 360.f) + offsets[i];
+        const float p = std::max(0.f, std::min(1.f, std::fabs((x - std::floor(x)) * 6.f - 3.f) - 1.f));
+        lanes[i] = hsv.v * ((p - 1.f) * hsv.s + 1.f);
+    }
+    return {lanes[0], lanes[1], lanes[2], 0.f};
+}
+
+bool sameBits(float a, float b) {
+    return std::bit_cast<uint32_t>(a) == std::bit_cast<uint32_t>(b) || (a != a && b != b);
+}
+
+} // namespace
+
+TEST(ColorModel, BranchFreeConversionsGiveThePlainFormulasBits) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<float> wide(-2.f, 3.f);
+    std::uniform_int_distribution<uint32_t> anyBits;
+    const float specials[] = {0.f, -0.f, 1.f, 0.5f, std::nanf(""), INFINITY, -INFINITY, 1e-40f};
+    for (int i = 0; i < 300000; ++i) {
+        float lanes[3];
+        for (float& lane : lanes)
+            lane = i % 3 == 0   ? wide(random)
+                   : i % 3 == 1 ? specials[anyBits(random) % 8]
+                                : std::bit_cast<float>(anyBits(random));
+        if (i % 7 == 0)
+            lanes[1] = lanes[0]; // equal channels
+        const Rgb colour(lanes[0], lanes[1], lanes[2]);
+        const Hsv fast = rgbToHsv(colour), plain = plainRgbToHsv(colour);
+        ASSERT_TRUE(sameBits(fast.h, plain.h) && sameBits(fast.s, plain.s) &&
+                    sameBits(fast.v, plain.v))
+            << lanes[0] << " " << lanes[1] << " " << lanes[2];
+        const Hsv hsv{lanes[0] * 400.f, lanes[1], lanes[2], 0.f};
+        const Rgb back = hsvToRgb(hsv), plainBack = plainHsvToRgb(hsv);
+        ASSERT_TRUE(sameBits(back.r, plainBack.r) && sameBits(back.g, plainBack.g) &&
+                    sameBits(back.b, plainBack.b))
+            << hsv.h << " " << hsv.s << " " << hsv.v;
     }
 }
 

@@ -44,6 +44,9 @@ TEST(Stack, CapacityGrowsToTheLargerOfNeedAndOneAndAHalf) {
             capacities.push_back(stack.capacity());
     }
     EXPECT_EQ(capacities, (std::vector<int>{1, 2, 3, 4, 6, 9, 13, 19, 28, 42}));
+    stack.resize(42);
+    stack.push(stack[0]); // an element of its own, pushed while the stack grows
+    EXPECT_EQ(stack.top(), 0);
 
     // A resize that needs more than half again takes exactly what it needs.
     Stack<int> big;

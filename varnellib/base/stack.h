@@ -27,11 +27,13 @@ public:
     bool isEmpty() const noexcept { return m_items.empty(); }
 
     void push(const T& item) {
-        growFor(size() + 1);
+        if (m_items.size() == m_items.capacity()) [[unlikely]]
+            return pushGrowing(T(item)); // the item may be one of ours, which growing moves
         m_items.push_back(item);
     }
     void push(T&& item) {
-        growFor(size() + 1);
+        if (m_items.size() == m_items.capacity()) [[unlikely]]
+            return pushGrowing(std::move(item));
         m_items.push_back(std::move(item));
     }
     template <class... Args>
@@ -92,6 +94,12 @@ public:
     friend bool operator==(const Stack& a, const Stack& b) { return a.m_items == b.m_items; }
 
 private:
+    // Out of line, so that the common push stays a compare and a store.
+    [[gnu::noinline]] void pushGrowing(T&& item) {
+        growFor(size() + 1);
+        m_items.push_back(std::move(item));
+    }
+
     // The vector never grows by its own rule: every insertion reserves first, and reserve on an
     // empty-enough vector allocates exactly the count asked for.
     void growFor(int needed) {

@@ -4,9 +4,14 @@
 #include <varnellib/color/blackbody.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <sstream>
 #include <utility>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace Varnel::Wx::Detail {
 
@@ -36,26 +41,60 @@ float encodeLane(float lane) {
 
 } // namespace
 
+namespace {
+
+// Chooses without a branch: a slider drag converts colours whose channel order changes from one
+// call to the next, and branches on it are mispredicted half the time. The values pass through
+// untouched, so the results are those of the branching form.
+float select(bool condition, float ifTrue, float ifFalse) {
+    const uint32 mask = 0u - static_cast<uint32>(condition);
+    return std::bit_cast<float>((std::bit_cast<uint32>(ifTrue) & mask) |
+                                (std::bit_cast<uint32>(ifFalse) & ~mask));
+}
+
+} // namespace
+
 Hsv rgbToHsv(const Rgb& color) {
-    float r = color.r, g = color.g, b = color.b;
-    float k = 0.f;
-    if (!(g >= b)) {
-        std::swap(g, b);
-        k = -1.f;
-    }
-    if (!(r >= g)) {
-        std::swap(r, g);
-        k = -kOneThird - k;
-    }
+    // Sorts the channels so that r is the largest, noting in k where the hue's sector starts.
+    const bool swapGreenBlue = !(color.g >= color.b);
+    float g = select(swapGreenBlue, color.b, color.g);
+    const float b = select(swapGreenBlue, color.g, color.b);
+    float k = select(swapGreenBlue, -1.f, 0.f);
+    const bool swapRedGreen = !(color.r >= g);
+    const float r = select(swapRedGreen, g, color.r);
+    g = select(swapRedGreen, color.r, g);
+    k = select(swapRedGreen, -kOneThird - k, k);
     const float chroma = r - std::min(g, b);
-    const float h =
-        chroma != 0.f ? std::fabs(k + (g - b) * (kOneSixth / chroma)) * kFullCircle : 0.f;
-    const float s = r != 0.f ? chroma / r : 0.f;
+    const float h = select(chroma != 0.f,
+                           std::fabs(k + (g - b) * (kOneSixth / chroma)) * kFullCircle, 0.f);
+    const float s = select(r != 0.f, chroma / r, 0.f);
     return {h, s, r, 0.f};
 }
 
 Rgb hsvToRgb(const Hsv& hsv) {
     const float t = hsv.h * kOne360th;
+#if defined(__SSE2__)
+    // The three channels side by side, each operation the scalar one: min, max and the floor are
+    // spelled so that NaN and signed zeros come out as the scalar forms give them.
+    const __m128 x = _mm_add_ps(_mm_set1_ps(t), _mm_setr_ps(kHueOffsets[0], kHueOffsets[1],
+                                                            kHueOffsets[2], 0.f));
+    const __m128 sign = _mm_set1_ps(-0.f);
+    const __m128 one = _mm_set1_ps(1.f);
+    const __m128 whole = _mm_cmpnlt_ps(_mm_andnot_ps(sign, x), _mm_set1_ps(kByteRoundingBias));
+    __m128 floor = _mm_cvtepi32_ps(_mm_cvttps_epi32(x));
+    floor = _mm_sub_ps(floor, _mm_and_ps(_mm_cmpgt_ps(floor, x), one));
+    floor = _mm_or_ps(_mm_andnot_ps(sign, floor), _mm_and_ps(sign, x));
+    floor = _mm_or_ps(_mm_and_ps(whole, x), _mm_andnot_ps(whole, floor));
+    const __m128 f = _mm_sub_ps(x, floor);
+    const __m128 distance = _mm_sub_ps(
+        _mm_andnot_ps(sign, _mm_sub_ps(_mm_mul_ps(f, _mm_set1_ps(6.f)), _mm_set1_ps(3.f))), one);
+    const __m128 p = _mm_max_ps(_mm_min_ps(distance, one), _mm_setzero_ps());
+    const __m128 lanes = _mm_mul_ps(
+        _mm_set1_ps(hsv.v),
+        _mm_add_ps(_mm_mul_ps(_mm_sub_ps(p, one), _mm_set1_ps(hsv.s)), one));
+    alignas(16) float channels[4];
+    _mm_store_ps(channels, lanes);
+#else
     float channels[3];
     for (int i = 0; i < 3; ++i) {
         const float x = t + kHueOffsets[i];
@@ -63,6 +102,7 @@ Rgb hsvToRgb(const Hsv& hsv) {
         const float p = std::max(0.f, std::min(1.f, std::fabs(f * 6.f - 3.f) - 1.f));
         channels[i] = hsv.v * ((p - 1.f) * hsv.s + 1.f);
     }
+#endif
     return {channels[0], channels[1], channels[2], 0.f};
 }
 
