@@ -5,14 +5,18 @@
 #include "pump.h"
 #include "recorders.h"
 
+#include <varnellib/native/textmeasure.h>
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
+#include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/checkbox.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
 #include <varnellibwx/widgets/textctrl.h>
+#include <varnellibwx/widgets/tooltip.h>
 
+#include <wx/dcclient.h>
 #include <wx/frame.h>
 
 #include <algorithm>
@@ -55,6 +59,46 @@ TEST_F(TextWidgets, StaticTextWrapsFromTheUnwrappedTextAndDrawsInItsForeground) 
     twice->SetForegroundColour(wxColour(0, 250, 0));
     twice->SetBackgroundColour(*wxBLACK);
     EXPECT_GT(brightest(captureOnScreen(*twice)), 200);
+}
+
+TEST_F(TextWidgets, WrappingGivesTheToolkitsLinesAtEveryWidth) {
+    std::wstring log;
+    for (int i = 0; i < 40; ++i)
+        log += L"Pass " + std::to_wstring(i) + L": AVA Wolf office  fjord, \u00e9t\u00e9 " +
+               (i % 9 == 8 ? L"\n" : L"");
+    const std::wstring texts[] = {log, L" leading and trailing \n\nspaces ",
+                                  L"an_unbreakably_long_word_that_never_fits and more", L"a\n",
+                                  L""};
+    auto* ours = new StaticText(&parent(), wxID_ANY, String());
+    auto* theirs = new wxGenericStaticText(&parent(), wxID_ANY, "");
+    theirs->SetFont(ours->GetFont());
+    for (const std::wstring& text : texts)
+        for (int width = -1; width < 700; width += width < 40 ? 1 : 23) {
+            ours->SetLabel(text);
+            ours->Wrap(width);
+            theirs->SetLabel(text);
+            theirs->Wrap(width);
+            ASSERT_EQ(ours->GetLabel(), theirs->GetLabel()) << "width " << width;
+        }
+
+    // Tooltips wrap by estimates from prefix widths: the lines of measuring every candidate.
+    wxClientDC dc(ours);
+    dc.SetFont(ours->GetFont());
+    const Function<int(const String&)> measure = [&dc](const String& line) {
+        return dc.GetTextExtent(toWxString(line)).x;
+    };
+    const auto prefixes = [ours](std::wstring_view line) {
+        return Lib::measureTextPrefixes(WindowHandle(ours->GetHandle()),
+                                        toVarnelString(ours->GetFont().GetNativeFontInfoDesc()),
+                                        line);
+    };
+    for (const std::wstring& text : texts)
+        for (int width = 0; width < 700; width += width < 40 ? 1 : 17) {
+            const Stack<String> estimated =
+                Wx::Detail::wrapText(String(text), width, measure, prefixes);
+            const Stack<String> measured = Wx::Detail::wrapText(String(text), width, measure);
+            ASSERT_EQ(estimated, measured) << width;
+        }
 }
 
 TEST_F(TextWidgets, LinksClickOnReleaseAndKeepTheirColoursByState) {

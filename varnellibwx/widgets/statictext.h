@@ -12,6 +12,9 @@
 
 #include <wx/generic/stattextg.h>
 
+#include <string_view>
+#include <vector>
+
 namespace Varnel::Wx {
 
 /// A static label that draws itself, so that it always takes the window's foreground colour and
@@ -38,4 +41,20 @@ private:
     String m_label;
 };
 
+namespace Detail {
+
+/// The widths of every prefix of a text, as the device context's partial extents give them.
+using PrefixWidths = Function<std::vector<int>(std::wstring_view)>;
+
+/// The lines the toolkit's label wrapping makes of `text` at `widthMax` pixels: every line of
+/// the text, in turn, up to the first character whose prefix reaches the width, broken at the
+/// last space up to there (the space dropped), the rest wrapped again; a line without such a
+/// space, or a negative width, stays whole; lines are joined with line feeds. The toolkit
+/// measures the whole rest of the line for every line it outputs; this measures a window a
+/// little longer than the line it is about to output (a character's position does not depend on
+/// text far after it), so a long label costs its length, not its length times its lines.
+VARNEL_LIBWX_EXPORT String wrapLabel(std::wstring_view text, int widthMax,
+                                     const PrefixWidths& prefixWidths);
+
+} // namespace Detail
 } // namespace Varnel::Wx

@@ -1,5 +1,7 @@
 #include <varnellibwx/widgets/tooltip.h>
 
+#include <varnellib/native/textmeasure.h>
+
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/windowutils.h>
@@ -50,9 +52,13 @@ Tooltip::~Tooltip() {
 void Tooltip::setText(const String& text) {
     wxClientDC dc(this);
     dc.SetFont(GetFont());
-    m_lines = Detail::wrapText(text, scaleByDpi(kWrapWidth), [&dc](const String& line) {
-        return dc.GetTextExtent(toWxString(line)).x;
-    });
+    m_lines = Detail::wrapText(
+        text, scaleByDpi(kWrapWidth),
+        [&dc](const String& line) { return dc.GetTextExtent(toWxString(line)).x; },
+        [this](std::wstring_view line) {
+            return Lib::measureTextPrefixes(WindowHandle(GetHandle()),
+                                            toVarnelString(GetFont().GetNativeFontInfoDesc()), line);
+        });
 }
 
 void Tooltip::onRestart(wxMouseEvent& event) {
@@ -120,7 +126,8 @@ void TooltipWindow::setTooltip(const String& text) {
 namespace Detail {
 
 Stack<String> wrapText(const String& text, int maxWidth,
-                       const Function<int(const String&)>& textWidth) {
+                       const Function<int(const String&)>& textWidth,
+                       const Function<std::vector<int>(std::wstring_view)>& prefixWidths) {
     Stack<String> lines;
     if (text.isEmpty())
         return lines;
@@ -129,29 +136,39 @@ Stack<String> wrapText(const String& text, int maxWidth,
     for (;;) {
         const std::size_t lineEnd = std::min(all.find(L'\n', lineStart), all.size());
         const std::wstring_view source = all.substr(lineStart, lineEnd - lineStart);
-        String line;
+        std::vector<int> prefixes;
+        if (prefixWidths)
+            prefixes = prefixWidths(source);
+        // The width of source[from, to): measured, or estimated when that settles the question.
+        const auto exceeds = [&](std::size_t from, std::size_t to) {
+            if (prefixes.size() == source.size() && to > 0) {
+                const int estimate = prefixes[to - 1] - (from > 0 ? prefixes[from - 1] : 0);
+                if (estimate <= maxWidth - kWrapEstimateTolerance)
+                    return false;
+                if (estimate > maxWidth + kWrapEstimateTolerance)
+                    return true;
+            }
+            return textWidth(String(source.substr(from, to - from))) > maxWidth;
+        };
+        // The line being filled is source[first, end): its words and the spaces between them.
+        std::size_t first = 0, end = 0;
         std::size_t wordStart = 0;
         for (;;) {
             const std::size_t wordEnd = std::min(source.find(L' ', wordStart), source.size());
-            const String word(source.substr(wordStart, wordEnd - wordStart));
             if (wordStart == 0) {
-                line = word;
+                end = wordEnd;
+            } else if (exceeds(first, wordEnd)) {
+                lines.push(String(source.substr(first, end - first)));
+                first = wordStart;
+                end = wordEnd;
             } else {
-                String longer = line;
-                longer << L' ';
-                longer += word;
-                if (textWidth(longer) > maxWidth) {
-                    lines.push(line);
-                    line = word;
-                } else {
-                    line = longer;
-                }
+                end = wordEnd;
             }
             if (wordEnd >= source.size())
                 break;
             wordStart = wordEnd + 1;
         }
-        lines.push(line);
+        lines.push(String(source.substr(first, end - first)));
         if (lineEnd >= all.size())
             break;
         lineStart = lineEnd + 1;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 #include <varnellib/base/function.h>
 #include <varnellib/base/stack.h>
 #include <varnellib/base/string.h>
@@ -59,8 +62,19 @@ namespace Detail {
 /// Splits `text` at line feeds, then fills each line word by word (words split at spaces) while
 /// its width, as `textWidth` measures it, stays within `maxWidth`. A word wider than that stays
 /// alone on its line, unbroken. An empty text gives no lines.
-VARNEL_LIBWX_EXPORT Stack<String> wrapText(const String& text, int maxWidth,
-                                           const Function<int(const String&)>& textWidth);
+///
+/// With `prefixWidths` (the widths of every prefix of a text, kept in step with its characters
+/// across ligatures: Lib::measureTextPrefixes) each line of the text is measured once, and a candidate line's width is
+/// estimated from it; only a candidate whose estimate comes within `kWrapEstimateTolerance`
+/// pixels of `maxWidth` is measured on its own, so the lines are those of measuring every
+/// candidate.
+VARNEL_LIBWX_EXPORT Stack<String> wrapText(
+    const String& text, int maxWidth, const Function<int(const String&)>& textWidth,
+    const Function<std::vector<int>(std::wstring_view)>& prefixWidths = {});
+
+/// How far (in pixels) a width estimated from prefix widths may be from the measured width of
+/// the same text: rounding at both ends and kerning across a space.
+inline constexpr int kWrapEstimateTolerance = 4;
 
 } // namespace Detail
 } // namespace Varnel::Wx

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <varnellib/base/string.h>
+#include <varnellib/export.h>
+#include <varnellib/native/windowhandle.h>
+
+#include <string_view>
+#include <vector>
+
+namespace Varnel::Lib {
+
+/// The width in pixels of every prefix of `text` laid out as one line in `widget`'s context with
+/// the font `fontDescription` (a Pango font description, as wxFont::GetNativeFontInfoDesc gives
+/// it): entry i is the width of characters 0 to i. The characters of one glyph cluster (a
+/// ligature such as "ffi") all end where the cluster ends, so the widths stay in step with the
+/// characters, as the toolkit's partial extents do not across ligatures. An empty widget or text
+/// gives no widths.
+VARNEL_LIB_EXPORT std::vector<int> measureTextPrefixes(WindowHandle widget,
+                                                       const String& fontDescription,
+                                                       std::wstring_view text);
+
+} // namespace Varnel::Lib
