@@ -42,6 +42,11 @@ ColorCurve sixteenPointCurves() {
     return curves;
 }
 
+// Repaints the panel, or one of its layers (range 1: 0 all, 1 histogram, 2 grid, 3 curves and
+// points; 4 all after moving a point of the selected curve, as each step of a drag does) into a
+// memory buffer of the panel's size (range 0). The whole panel after an unchanged repaint, or a
+// drag step, draws the selected curve and its points over the backdrop kept from before; a
+// change to anything else (the histogram, another curve, the zoom) draws the layers anew.
 void repaintCurvePanel(benchmark::State& state) {
     StartedLibrary library(state);
     if (!library.ok())
@@ -52,15 +57,27 @@ void repaintCurvePanel(benchmark::State& state) {
                                      makeShared<SteadyOwner>());
     wxBitmap buffer(size);
     wxMemoryDC dc(buffer);
-    for (auto _ : state)
-        panel->paint(dc);
+    void (Wx::CurvePanel::*const layers[])(wxDC&)
+        const = {&Wx::CurvePanel::paint, &Wx::CurvePanel::paintHistogram,
+                 &Wx::CurvePanel::paintGrid, &Wx::CurvePanel::paintCurves};
+    const bool drag = state.range(1) == 4;
+    const auto layer = layers[drag ? 0 : state.range(1)];
+    float y = 0.25f;
+    for (auto _ : state) {
+        if (drag) {
+            Curve moved = panel->getCurrentCurves()[CurveChannel::Master];
+            moved.points()[7].y = y = 1.f - y;
+            panel->setCurve(moved, CurveChannel::Master, false);
+        }
+        (panel->*layer)(dc);
+    }
     dc.SelectObject(wxNullBitmap);
     delete panel;
 }
 BENCHMARK(repaintCurvePanel)
     ->Name("Repaint_CurvePanel")
-    ->Arg(256)
-    ->Arg(1024)
+    ->ArgNames({"side", "layer"})
+    ->ArgsProduct({{256, 1024}, {0, 1, 2, 3, 4}})
     ->Unit(benchmark::kMillisecond);
 
 void repaintPlainFill(benchmark::State& state) {

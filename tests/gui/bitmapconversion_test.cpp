@@ -64,8 +64,9 @@ TEST_F(BitmapConversion, FloatPixelsBecomeClampedBytesRoundedToEven) {
     EXPECT_FALSE(Wx::toWxBitmap(BitmapImpl<Rgb>(0, 4), false).IsOk());
 
     // Every lane as the scalar rule has it, special values and row ends included.
-    const float lanes[] = {std::nanf(""), -1.f, 0.f, 0.5f / 255.f, 1.5f / 255.f, 0.9980392f,
-                           1.f, 3.f, std::numeric_limits<float>::infinity()};
+    const float lanes[] = {std::nanf(""), -1.f,         0.f,
+                           0.5f / 255.f,  1.5f / 255.f, 0.9980392f,
+                           1.f,           3.f,          std::numeric_limits<float>::infinity()};
     BitmapImpl<Rgb> odd(9, 3);
     for (int i = 0; i < 27; ++i)
         odd(i % 9, i / 9) = Rgb(lanes[i % 9], lanes[(i + 2) % 9], lanes[(i + 4) % 9], lanes[i / 3]);

@@ -188,3 +188,40 @@ TEST_F(CurvePanels, UsersSeeTheSkinThePlotTheGridAndTheChannelsHistogram) {
     const wxImage tiny = renderOffscreen(wxSize(8, 8), [&](wxDC& dc) { panel.paint(dc); });
     EXPECT_EQ(pixelAt(tiny, 0, 0), wxColour(68, 68, 68));
 }
+
+TEST_F(CurvePanels, RepaintsAfterEveryKindOfChangeShowWhatAFreshPanelShows) {
+    callbacks->histogram = ramp(256);
+    CurvePanel& panel = make();
+    Curve lifted;
+    lifted.points()[1].y = 0.8f;
+    const auto same = [&](const char* change) {
+        const wxImage seen = renderOffscreen(panel.GetSize(), [&](wxDC& dc) { panel.paint(dc); });
+        CurvePanel& fresh = make();
+        fresh.setCurves(panel.getCurrentCurves());
+        fresh.setSelectedCurve(panel.model().selectedChannel);
+        fresh.setHistogramType(panel.histogramType());
+        wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+        wheel.m_wheelRotation = 120;
+        while (fresh.zoom() < panel.zoom())
+            fresh.GetEventHandler()->ProcessEvent(wheel);
+        const wxImage expected =
+            renderOffscreen(fresh.GetSize(), [&](wxDC& dc) { fresh.paint(dc); });
+        EXPECT_TRUE(seen.IsOk() &&
+                    std::equal(seen.GetData(), seen.GetData() + 266 * 266 * 3, expected.GetData()))
+            << change;
+        fresh.Destroy();
+    };
+    same("first paint");
+    panel.setCurve(lifted, CurveChannel::Red, false);
+    same("another channel's curve");
+    panel.setCurve(lifted, CurveChannel::Master, false);
+    same("the selected curve");
+    panel.setSelectedCurve(CurveChannel::Red);
+    same("the selected channel");
+    panel.setHistogramType(HistogramType::Cumulative);
+    same("the histogram type");
+    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+    wheel.m_wheelRotation = 120;
+    panel.GetEventHandler()->ProcessEvent(wheel);
+    same("the zoom");
+}

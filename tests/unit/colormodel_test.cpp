@@ -104,7 +104,8 @@ Rgb plainHsvToRgb(Hsv hsv) {
     float lanes[3];
     for (int i = 0; i < 3; ++i) {
         const float x = hsv.h * (1.f / 360.f) + offsets[i];
-        const float p = std::max(0.f, std::min(1.f, std::fabs((x - std::floor(x)) * 6.f - 3.f) - 1.f));
+        const float p =
+            std::max(0.f, std::min(1.f, std::fabs((x - std::floor(x)) * 6.f - 3.f) - 1.f));
         lanes[i] = hsv.v * ((p - 1.f) * hsv.s + 1.f);
     }
     return {lanes[0], lanes[1], lanes[2], 0.f};

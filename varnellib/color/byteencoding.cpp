@@ -32,12 +32,14 @@ void unitsToBytes(const void* in, uint8* out, std::size_t count) {
     for (; i + 16 <= count; i += 16) {
         __m128i lanes[4];
         for (int j = 0; j < 4; ++j) {
-            __m128 v = _mm_max_ps(_mm_min_ps(one, _mm_loadu_ps(reinterpret_cast<const float*>(bytes + 4 * (i + 4 * j)))), zero);
+            __m128 v = _mm_max_ps(_mm_min_ps(one, _mm_loadu_ps(reinterpret_cast<const float*>(
+                                                      bytes + 4 * (i + 4 * j)))),
+                                  zero);
             v = _mm_sub_ps(_mm_add_ps(_mm_mul_ps(v, scale), bias), bias);
             lanes[j] = _mm_cvttps_epi32(v);
         }
-        const __m128i words =
-            _mm_packus_epi16(_mm_packs_epi32(lanes[0], lanes[1]), _mm_packs_epi32(lanes[2], lanes[3]));
+        const __m128i words = _mm_packus_epi16(_mm_packs_epi32(lanes[0], lanes[1]),
+                                               _mm_packs_epi32(lanes[2], lanes[3]));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), words);
     }
 #endif
@@ -105,8 +107,8 @@ void GammaByteEncoder::encode(const void* in, uint8* out, std::size_t count) con
     const __m128i one = _mm_set1_epi32(static_cast<int>(kOneBits));
     const __m128i infinity = _mm_set1_epi32(static_cast<int>(kInfinityBits));
     for (; i + 4 <= count; i += 4) {
-        const __m128i loaded = _mm_loadu_si128(
-            reinterpret_cast<const __m128i*>(static_cast<const char*>(in) + 4 * i));
+        const __m128i loaded =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(static_cast<const char*>(in) + 4 * i));
         // As signed integers negative floats are below 0 and NaNs above infinity; their lanes
         // look in bucket 0 (harmlessly) and the group is answered lane by lane.
         const __m128i special = _mm_or_si128(_mm_cmpgt_epi32(loaded, infinity),
@@ -133,8 +135,8 @@ void GammaByteEncoder::encode(const void* in, uint8* out, std::size_t count) con
     for (; i < count; ++i) {
         const float lane = laneAt(in, i);
         const uint32 bits = std::bit_cast<uint32>(lane);
-        out[i] = bits <= kInfinityBits ? lookUp(bits, buckets, boundaries)
-                                       : formula(lane, m_exponent);
+        out[i] =
+            bits <= kInfinityBits ? lookUp(bits, buckets, boundaries) : formula(lane, m_exponent);
     }
 }
 

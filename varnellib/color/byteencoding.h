@@ -22,9 +22,9 @@ VARNEL_LIB_EXPORT void unitsToBytes(const void* in, uint8* out, std::size_t coun
 /// power law is monotone on (0, 1), so each byte k is reached from one boundary on: the encoder
 /// finds the 255 boundaries once (a binary search over the float bit patterns, calling the
 /// formula itself) and then answers by the bit pattern, through a table of 2^12-float buckets,
-/// comparing with the boundaries only in the few buckets that one cuts. Lanes the table cannot speak for (negative, NaN,
-/// and every lane when the exponent is not finite or not above 0: gamma 0, negative, NaN) go
-/// through the formula, so the rule for them stays whatever the formula says.
+/// comparing with the boundaries only in the few buckets that one cuts. Lanes the table cannot
+/// speak for (negative, NaN, and every lane when the exponent is not finite or not above 0: gamma
+/// 0, negative, NaN) go through the formula, so the rule for them stays whatever the formula says.
 class VARNEL_LIB_EXPORT GammaByteEncoder {
 public:
     explicit GammaByteEncoder(float gamma);
@@ -66,7 +66,8 @@ private:
     static uint8 lookUp(uint32 bits, const uint16* buckets, const uint32* boundaries) {
         bits = bits < kOneBits ? bits : kOneBits;
         const uint32 entry = buckets[bits >> kBucketShift];
-        return (entry & kCut) ? afterCut(bits, entry & 0xFFu, boundaries) : static_cast<uint8>(entry);
+        return (entry & kCut) ? afterCut(bits, entry & 0xFFu, boundaries)
+                              : static_cast<uint8>(entry);
     }
     static uint8 afterCut(uint32 bits, uint32 byte, const uint32* boundaries) {
         while (bits >= boundaries[byte + 1])

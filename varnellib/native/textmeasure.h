@@ -15,8 +15,7 @@ namespace Varnel::Lib {
 /// ligature such as "ffi") all end where the cluster ends, so the widths stay in step with the
 /// characters, as the toolkit's partial extents do not across ligatures. An empty widget or text
 /// gives no widths.
-VARNEL_LIB_EXPORT std::vector<int> measureTextPrefixes(WindowHandle widget,
-                                                       const String& fontDescription,
-                                                       std::wstring_view text);
+VARNEL_LIB_EXPORT std::vector<int>
+measureTextPrefixes(WindowHandle widget, const String& fontDescription, std::wstring_view text);
 
 } // namespace Varnel::Lib

@@ -65,8 +65,8 @@ Hsv rgbToHsv(const Rgb& color) {
     g = select(swapRedGreen, color.r, g);
     k = select(swapRedGreen, -kOneThird - k, k);
     const float chroma = r - std::min(g, b);
-    const float h = select(chroma != 0.f,
-                           std::fabs(k + (g - b) * (kOneSixth / chroma)) * kFullCircle, 0.f);
+    const float h =
+        select(chroma != 0.f, std::fabs(k + (g - b) * (kOneSixth / chroma)) * kFullCircle, 0.f);
     const float s = select(r != 0.f, chroma / r, 0.f);
     return {h, s, r, 0.f};
 }
@@ -76,8 +76,8 @@ Rgb hsvToRgb(const Hsv& hsv) {
 #if defined(__SSE2__)
     // The three channels side by side, each operation the scalar one: min, max and the floor are
     // spelled so that NaN and signed zeros come out as the scalar forms give them.
-    const __m128 x = _mm_add_ps(_mm_set1_ps(t), _mm_setr_ps(kHueOffsets[0], kHueOffsets[1],
-                                                            kHueOffsets[2], 0.f));
+    const __m128 x = _mm_add_ps(_mm_set1_ps(t),
+                                _mm_setr_ps(kHueOffsets[0], kHueOffsets[1], kHueOffsets[2], 0.f));
     const __m128 sign = _mm_set1_ps(-0.f);
     const __m128 one = _mm_set1_ps(1.f);
     const __m128 whole = _mm_cmpnlt_ps(_mm_andnot_ps(sign, x), _mm_set1_ps(kByteRoundingBias));
@@ -90,8 +90,7 @@ Rgb hsvToRgb(const Hsv& hsv) {
         _mm_andnot_ps(sign, _mm_sub_ps(_mm_mul_ps(f, _mm_set1_ps(6.f)), _mm_set1_ps(3.f))), one);
     const __m128 p = _mm_max_ps(_mm_min_ps(distance, one), _mm_setzero_ps());
     const __m128 lanes = _mm_mul_ps(
-        _mm_set1_ps(hsv.v),
-        _mm_add_ps(_mm_mul_ps(_mm_sub_ps(p, one), _mm_set1_ps(hsv.s)), one));
+        _mm_set1_ps(hsv.v), _mm_add_ps(_mm_mul_ps(_mm_sub_ps(p, one), _mm_set1_ps(hsv.s)), one));
     alignas(16) float channels[4];
     _mm_store_ps(channels, lanes);
 #else

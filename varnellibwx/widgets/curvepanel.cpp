@@ -4,6 +4,7 @@
 #include <varnellibwx/scopeguards.h>
 
 #include <wx/dcbuffer.h>
+#include <wx/dcmemory.h>
 #include <wx/graphics.h>
 
 #include <algorithm>
@@ -330,6 +331,7 @@ void CurvePanel::updateHistogram() {
     if (m_callbacks)
         m_histogram = m_callbacks->getHistogram({0.f, 1.f / m_model.zoom}, m_model.selectedChannel,
                                                 m_model.plotWidth());
+    ++m_histogramVersion;
     Refresh(false);
 }
 
@@ -355,7 +357,47 @@ void CurvePanel::flushReports() {
 
 // ---- Painting --------------------------------------------------------------------------------
 
+bool CurvePanel::Backdrop::matches(const CurvePanel& panel) const {
+    const CurvePanelModel& model = panel.m_model;
+    if (!bitmap.IsOk() || size != model.size() || zoom != model.zoom ||
+        histogramType != panel.m_histogramType || selected != model.selectedChannel ||
+        histogramVersion != panel.m_histogramVersion)
+        return false;
+    for (int index = 0; index < kCurveChannelCount; ++index) {
+        const auto channel = static_cast<CurveChannel>(index);
+        if (channel != selected && !(curves[channel] == model.curves[channel]))
+            return false;
+    }
+    return true;
+}
+
 void CurvePanel::paint(wxDC& dc) const {
+    const wxSize size = m_model.size();
+    if (size.x < 1 || size.y < 1)
+        return;
+    if (!m_backdrop.matches(*this)) {
+        m_backdrop.bitmap = wxBitmap(size, 24);
+        wxMemoryDC backdrop(m_backdrop.bitmap);
+        paintBackdrop(backdrop);
+        backdrop.SelectObject(wxNullBitmap);
+        m_backdrop.size = size;
+        m_backdrop.zoom = m_model.zoom;
+        m_backdrop.histogramType = m_histogramType;
+        m_backdrop.selected = m_model.selectedChannel;
+        m_backdrop.histogramVersion = m_histogramVersion;
+        m_backdrop.curves = m_model.curves;
+    }
+    dc.DrawBitmap(m_backdrop.bitmap, 0, 0, false);
+    const wxRect plot(CurvePanelModel::kMargin, CurvePanelModel::kMargin, m_model.plotWidth(),
+                      m_model.plotHeight());
+    if (plot.IsEmpty())
+        return;
+    const ScopedClippingRegion clip(dc, plot);
+    drawCurves(dc, false, true);
+    paintPoints(dc);
+}
+
+void CurvePanel::paintBackdrop(wxDC& dc) const {
     const wxSize size = m_model.size();
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(wxBrush(toWxColour(m_skin.background)));
@@ -370,7 +412,10 @@ void CurvePanel::paint(wxDC& dc) const {
     const ScopedClippingRegion clip(dc, plot);
     paintHistogram(dc);
     paintGrid(dc);
-    paintCurves(dc);
+    dc.SetPen(wxPen(*wxBLACK, 1, wxPENSTYLE_SHORT_DASH));
+    dc.DrawLine(m_model.toPixel({-kDiagonalEnd, -kDiagonalEnd}),
+                m_model.toPixel({kDiagonalEnd, kDiagonalEnd}));
+    drawCurves(dc, true, false);
 }
 
 void CurvePanel::paintHistogram(wxDC& dc) const {
@@ -412,11 +457,14 @@ void CurvePanel::paintGrid(wxDC& dc) const {
 }
 
 void CurvePanel::paintCurves(wxDC& dc) const {
-    const wxSize size = m_model.size();
     dc.SetPen(wxPen(*wxBLACK, 1, wxPENSTYLE_SHORT_DASH));
     dc.DrawLine(m_model.toPixel({-kDiagonalEnd, -kDiagonalEnd}),
                 m_model.toPixel({kDiagonalEnd, kDiagonalEnd}));
+    drawCurves(dc, true, true);
+    paintPoints(dc);
+}
 
+void CurvePanel::drawCurves(wxDC& dc, bool others, bool selected) const {
     // One x per plot column, from the panel's left edge; every curve is evaluated over them in
     // one pass.
     const int columns = std::max(m_model.plotWidth(), 1);
@@ -432,7 +480,7 @@ void CurvePanel::paintCurves(wxDC& dc) const {
     gc->SetAntialiasMode(wxANTIALIAS_DEFAULT);
     gc->Clip(CurvePanelModel::kMargin, CurvePanelModel::kMargin, m_model.plotWidth(),
              m_model.plotHeight());
-    const auto drawCurve = [&](CurveChannel channel, bool selected) {
+    const auto drawCurve = [&](CurveChannel channel, bool isSelected) {
         const Curve& curve = m_model.curves[channel];
         curve.evaluate(ArrayView<const float>(xs.data(), columns),
                        ArrayView<float>(ys.data(), columns));
@@ -445,17 +493,20 @@ void CurvePanel::paintCurves(wxDC& dc) const {
             else
                 path.AddLineToPoint(at.x, at.y);
         }
-        gc->SetPen(wxPen(curveColour(channel), selected ? 2 : 1));
+        gc->SetPen(wxPen(curveColour(channel), isSelected ? 2 : 1));
         gc->StrokePath(path);
     };
-    for (int index = 0; index < kCurveChannelCount; ++index) {
+    for (int index = 0; others && index < kCurveChannelCount; ++index) {
         const auto channel = static_cast<CurveChannel>(index);
         if (channel != m_model.selectedChannel && !m_model.curves[channel].isIdentity())
             drawCurve(channel, false);
     }
-    drawCurve(m_model.selectedChannel, true);
-    gc.reset();
+    if (selected)
+        drawCurve(m_model.selectedChannel, true);
+}
 
+void CurvePanel::paintPoints(wxDC& dc) const {
+    const wxSize size = m_model.size();
     const auto visible = [size](wxPoint centre) {
         return centre.x >= kPointRadius && centre.y >= kPointRadius &&
                centre.x < size.x - kPointRadius && centre.y < size.y - kPointRadius;

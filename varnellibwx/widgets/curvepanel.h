@@ -9,6 +9,7 @@
 #include <varnellibwx/export.h>
 #include <varnellibwx/guiskin.h>
 
+#include <wx/bitmap.h>
 #include <wx/panel.h>
 #include <wx/timer.h>
 
@@ -138,8 +139,14 @@ public:
 
     const CurvePanelModel& model() const { return m_model; }
     float zoom() const { return m_model.zoom; }
-    /// Draws the whole panel into `dc` as it looks now.
+    HistogramType histogramType() const { return m_histogramType; }
+    /// Draws the whole panel into `dc` as it looks now: the background and plot, then the
+    /// layers below, each clipped to the plot by paint.
     void paint(wxDC& dc) const;
+    /// The layers of paint, in order, on their own (for measuring where the time goes).
+    void paintHistogram(wxDC& dc) const;
+    void paintGrid(wxDC& dc) const;
+    void paintCurves(wxDC& dc) const;
 
 private:
     class Controller;
@@ -147,9 +154,6 @@ private:
 
     void report(std::initializer_list<CurveChannel> channels);
     void flushReports();
-    void paintHistogram(wxDC& dc) const;
-    void paintGrid(wxDC& dc) const;
-    void paintCurves(wxDC& dc) const;
 
     void onPaint(wxPaintEvent& event);
     void onLeftDown(wxMouseEvent& event);
@@ -159,6 +163,27 @@ private:
     void onWheel(wxMouseEvent& event);
     void onTimer(wxTimerEvent& event);
     void onCaptureLost(wxMouseCaptureLostEvent& event);
+    /// Everything below the selected curve: background, plot, histogram, grid, diagonal and the
+    /// other channels' curves.
+    void paintBackdrop(wxDC& dc) const;
+    /// The curves (the other channels' and, or, the selected one) through a graphics context.
+    void drawCurves(wxDC& dc, bool others, bool selected) const;
+    /// The selected curve's points and the hover marker.
+    void paintPoints(wxDC& dc) const;
+
+    /// The backdrop as last painted, and what it was painted from: a drag changes only the
+    /// selected curve, so a repaint while dragging copies the backdrop instead of drawing the
+    /// histogram's thousand lines and the other curves again.
+    struct Backdrop {
+        wxBitmap bitmap;
+        wxSize size;
+        float zoom = 0.f;
+        HistogramType histogramType = HistogramType::Linear;
+        CurveChannel selected = CurveChannel::Master;
+        uint64 histogramVersion = 0;
+        ColorCurve curves;
+        bool matches(const CurvePanel& panel) const;
+    };
 
     CurvePanelModel m_model;
     std::set<int> m_pendingChannels;
@@ -169,6 +194,8 @@ private:
     SharedPtr<ICurvePanelCallbacks> m_callbacks;
     wxTimer m_notifyTimer;
     GuiSkin m_skin;
+    uint64 m_histogramVersion = 0;
+    mutable Backdrop m_backdrop;
 };
 
 namespace Detail {

@@ -31,12 +31,11 @@ void StaticText::Wrap(int width) {
     // The stored label stays the unwrapped text, so that the next Wrap starts from it again.
     wxClientDC dc(this);
     dc.SetFont(GetFont());
-    const String wrapped =
-        Detail::wrapLabel(m_label.view(), width, [&dc](std::wstring_view text) {
-            wxArrayInt widths;
-            dc.GetPartialTextExtents(wxString(text.data(), text.size()), widths);
-            return std::vector<int>(widths.begin(), widths.end());
-        });
+    const String wrapped = Detail::wrapLabel(m_label.view(), width, [&dc](std::wstring_view text) {
+        wxArrayInt widths;
+        dc.GetPartialTextExtents(wxString(text.data(), text.size()), widths);
+        return std::vector<int>(widths.begin(), widths.end());
+    });
     wxGenericStaticText::SetLabel(toWxString(wrapped));
 }
 

@@ -56,8 +56,8 @@ void Tooltip::setText(const String& text) {
         text, scaleByDpi(kWrapWidth),
         [&dc](const String& line) { return dc.GetTextExtent(toWxString(line)).x; },
         [this](std::wstring_view line) {
-            return Lib::measureTextPrefixes(WindowHandle(GetHandle()),
-                                            toVarnelString(GetFont().GetNativeFontInfoDesc()), line);
+            return Lib::measureTextPrefixes(
+                WindowHandle(GetHandle()), toVarnelString(GetFont().GetNativeFontInfoDesc()), line);
         });
 }
 

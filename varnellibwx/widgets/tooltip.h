@@ -64,13 +64,13 @@ namespace Detail {
 /// alone on its line, unbroken. An empty text gives no lines.
 ///
 /// With `prefixWidths` (the widths of every prefix of a text, kept in step with its characters
-/// across ligatures: Lib::measureTextPrefixes) each line of the text is measured once, and a candidate line's width is
-/// estimated from it; only a candidate whose estimate comes within `kWrapEstimateTolerance`
-/// pixels of `maxWidth` is measured on its own, so the lines are those of measuring every
-/// candidate.
-VARNEL_LIBWX_EXPORT Stack<String> wrapText(
-    const String& text, int maxWidth, const Function<int(const String&)>& textWidth,
-    const Function<std::vector<int>(std::wstring_view)>& prefixWidths = {});
+/// across ligatures: Lib::measureTextPrefixes) each line of the text is measured once, and a
+/// candidate line's width is estimated from it; only a candidate whose estimate comes within
+/// `kWrapEstimateTolerance` pixels of `maxWidth` is measured on its own, so the lines are those of
+/// measuring every candidate.
+VARNEL_LIBWX_EXPORT Stack<String>
+wrapText(const String& text, int maxWidth, const Function<int(const String&)>& textWidth,
+         const Function<std::vector<int>(std::wstring_view)>& prefixWidths = {});
 
 /// How far (in pixels) a width estimated from prefix widths may be from the measured width of
 /// the same text: rounding at both ends and kerning across a space.
