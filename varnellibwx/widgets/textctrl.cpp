@@ -75,13 +75,13 @@ void TextCtrl::appendText(const wxString& text) {
     long from = 0, to = 0;
     GetSelection(&from, &to);
     const bool follow = to == GetLastPosition();
+    // The toolkit's append already leaves the caret at the new end and scrolls it into view;
+    // placing the caret again would cost as much as the append itself.
     AppendText(text);
-    if (follow) {
-        SetInsertionPointEnd();
-        ShowPosition(GetLastPosition());
-    } else {
+    if (!follow)
         SetSelection(from, to);
-    }
+    else if (GetInsertionPoint() != GetLastPosition())
+        SetInsertionPointEnd();
 }
 
 } // namespace Varnel::Wx
