@@ -127,6 +127,18 @@ TEST_F(BitmapConversion, CoreImagesAreGammaEncodedAndFlipped) {
     const wxImage empty =
         BitmapConverter::vellumImageToWxImage(Image({3, 0, 1.f, ImageFormat::Rgb8}));
     EXPECT_EQ(empty.IsOk() ? empty.GetHeight() : 0, 0);
+    EXPECT_FALSE(
+        BitmapConverter::vellumImageToWxImage(Image({0, 0, 2.2f, ImageFormat::Rgb8})).IsOk() &&
+        BitmapConverter::vellumImageToWxImage(Image({0, 0, 2.2f, ImageFormat::Rgb8})).GetWidth() >
+            0);
+    // A long single row, in every path: the last pixel of each row is written on its own.
+    Image row({30000, 1, 2.2f, ImageFormat::RgbaFloat32});
+    row.setRgba(29999, 0, Rgb(1, 0.5f, 0, 1));
+    const wxImage wide = BitmapConverter::vellumImageToWxImage(row);
+    EXPECT_EQ(pixelAt(wide, 29999, 0), wxColour(255, GammaByteEncoder::formula(0.5f, 1 / 2.2f), 0));
+    BitmapImpl<Rgb> floats(30000, 1, Rgb(0.5f, 0.5f, 0.5f, 1));
+    EXPECT_EQ(pixelAt(Wx::toWxBitmap(floats, false).ConvertToImage(), 29999, 0),
+              wxColour(128, 128, 128));
 }
 
 TEST_F(BitmapConversion, EveryFormatAndGammaGivesThePerPixelFormulasBytes) {
