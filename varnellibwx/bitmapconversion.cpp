@@ -195,7 +195,8 @@ wxImage vellumImageToWxImage(const Image& image) {
     std::array<uint8, 256> byteTable{};
     if (format.channelType == ChannelType::UInt8)
         for (int value = 0; value < 256; ++value)
-            byteTable[static_cast<std::size_t>(value)] = encode(static_cast<float>(value) / kByteScale);
+            byteTable[static_cast<std::size_t>(value)] =
+                encode(static_cast<float>(value) / kByteScale);
 
     const std::size_t rowBytes = static_cast<std::size_t>(d.width) * format.bytesPerPixel;
     std::vector<uint8> scratch;
