@@ -171,25 +171,28 @@ TEST_F(Spinners, TypedTextCommitsOnEnterAndOnFocusLoss) {
     EXPECT_EQ(log.calls(), (Calls{"start", "value 1.5", "event 1.5", "end"}));
     EXPECT_EQ(shown(spinner), "1.50");
 
-    // The same value again, then focus loss: re-formatted, no events.
+    // Typed text committed by the focus leaving the field.
+    const auto losses = [&] {
+        return std::count(focus.begin(), focus.end(), "lost");
+    };
+    const auto commitByLeaving = [&](const wxString& text) {
+        const auto before = losses();
+        spinner.SetFocus();
+        pumpUntil([&] { return spinner.textField()->HasFocus(); });
+        spinner.textField()->ChangeValue(text);
+        other->SetFocus();
+        return pumpUntil([&] { return losses() == before + 1; });
+    };
+    // The same value again: re-formatted, no events.
     log.clear();
-    spinner.textField()->ChangeValue("1.500");
-    other->SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return focus == Calls{"get", "lost"}; }));
+    ASSERT_TRUE(commitByLeaving("1.500"));
     EXPECT_TRUE(log.calls().empty());
     EXPECT_EQ(shown(spinner), "1.50");
-
     // Text that is no number restores the shown value quietly; a number out of range clamps.
-    spinner.textField()->ChangeValue("letters");
-    spinner.SetFocus();
-    other->SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return focus.size() == 4; }));
+    ASSERT_TRUE(commitByLeaving("letters"));
     EXPECT_TRUE(log.calls().empty());
     EXPECT_EQ(shown(spinner), "1.50");
-    spinner.textField()->ChangeValue("-25");
-    spinner.SetFocus();
-    other->SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return focus.size() == 6; }));
+    ASSERT_TRUE(commitByLeaving("-25"));
     EXPECT_EQ(spinner.getValue(), -10.f);
 }
 
