@@ -37,6 +37,21 @@ void RgbHsvRoundTrip(benchmark::State& state) {
 }
 BENCHMARK(RgbHsvRoundTrip)->Unit(benchmark::kMillisecond);
 
+// The same through the run conversions, four colours at a time.
+void RgbHsvRoundTrip_Batch(benchmark::State& state) {
+    const std::vector<Rgb> colours = randomColours();
+    std::vector<Hsv> hsv(kColours);
+    std::vector<Rgb> out(kColours);
+    for (auto _ : state) {
+        rgbToHsv(ArrayView<const Rgb>(colours.data(), kColours),
+                 ArrayView<Hsv>(hsv.data(), kColours));
+        hsvToRgb(ArrayView<const Hsv>(hsv.data(), kColours), ArrayView<Rgb>(out.data(), kColours));
+        benchmark::DoNotOptimize(out.data());
+    }
+    state.SetItemsProcessed(state.iterations() * kColours);
+}
+BENCHMARK(RgbHsvRoundTrip_Batch)->Unit(benchmark::kMillisecond);
+
 // The floor: touching the same colours without converting them.
 void RgbHsvRoundTrip_CopyFloor(benchmark::State& state) {
     const std::vector<Rgb> colours = randomColours();

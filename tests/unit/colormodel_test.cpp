@@ -6,6 +6,7 @@
 #include <bit>
 #include <cmath>
 #include <random>
+#include <vector>
 
 using namespace Varnel;
 using namespace Varnel::Wx::Detail;
@@ -90,12 +91,14 @@ bool sameBits(float a, float b) {
 
 } // namespace
 
-TEST(ColorModel, BranchFreeConversionsGiveThePlainFormulasBits) {
+TEST(ColorModel, BranchFreeAndBatchConversionsGiveThePlainFormulasBits) {
     std::mt19937 random(7);
     std::uniform_real_distribution<float> wide(-2.f, 3.f);
     std::uniform_int_distribution<uint32_t> anyBits;
     const float specials[] = {0.f, -0.f, 1.f, 0.5f, std::nanf(""), INFINITY, -INFINITY, 1e-40f};
-    for (int i = 0; i < 300000; ++i) {
+    std::vector<Rgb> colours;
+    std::vector<Hsv> hsvs;
+    for (int i = 0; i < 300001; ++i) { // an odd count: the batches end one at a time
         float lanes[3];
         for (float& lane : lanes)
             lane = i % 3 == 0   ? wide(random)
@@ -103,16 +106,28 @@ TEST(ColorModel, BranchFreeConversionsGiveThePlainFormulasBits) {
                                 : std::bit_cast<float>(anyBits(random));
         if (i % 7 == 0)
             lanes[1] = lanes[0]; // equal channels
-        const Rgb colour(lanes[0], lanes[1], lanes[2]);
-        const Hsv fast = rgbToHsv(colour), plain = plainRgbToHsv(colour);
-        ASSERT_TRUE(sameBits(fast.h, plain.h) && sameBits(fast.s, plain.s) &&
-                    sameBits(fast.v, plain.v))
-            << lanes[0] << " " << lanes[1] << " " << lanes[2];
-        const Hsv hsv{lanes[0] * 400.f, lanes[1], lanes[2], 0.f};
-        const Rgb back = hsvToRgb(hsv), plainBack = plainHsvToRgb(hsv);
-        ASSERT_TRUE(sameBits(back.r, plainBack.r) && sameBits(back.g, plainBack.g) &&
-                    sameBits(back.b, plainBack.b))
-            << hsv.h << " " << hsv.s << " " << hsv.v;
+        colours.emplace_back(lanes[0], lanes[1], lanes[2]);
+        hsvs.push_back({lanes[0] * 400.f, lanes[1], lanes[2], 0.f});
+    }
+    std::vector<Hsv> batchHsv(colours.size());
+    std::vector<Rgb> batchRgb(hsvs.size());
+    rgbToHsv(ArrayView<const Rgb>(colours.data(), int(colours.size())),
+             ArrayView<Hsv>(batchHsv.data(), int(batchHsv.size())));
+    hsvToRgb(ArrayView<const Hsv>(hsvs.data(), int(hsvs.size())),
+             ArrayView<Rgb>(batchRgb.data(), int(batchRgb.size())));
+    const auto same = [](auto a, auto b) {
+        return sameBits(a[0], b[0]) && sameBits(a[1], b[1]) && sameBits(a[2], b[2]);
+    };
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+        const Hsv plain = plainRgbToHsv(colours[i]), fast = rgbToHsv(colours[i]);
+        const float p[] = {plain.h, plain.s, plain.v}, f[] = {fast.h, fast.s, fast.v},
+                    b[] = {batchHsv[i].h, batchHsv[i].s, batchHsv[i].v};
+        ASSERT_TRUE(same(f, p) && same(b, p))
+            << colours[i].r << " " << colours[i].g << " " << colours[i].b;
+        const Rgb plainBack = plainHsvToRgb(hsvs[i]), back = hsvToRgb(hsvs[i]);
+        const float q[] = {plainBack.r, plainBack.g, plainBack.b}, g[] = {back.r, back.g, back.b},
+                    c[] = {batchRgb[i].r, batchRgb[i].g, batchRgb[i].b};
+        ASSERT_TRUE(same(g, q) && same(c, q)) << hsvs[i].h << " " << hsvs[i].s << " " << hsvs[i].v;
     }
 }
 

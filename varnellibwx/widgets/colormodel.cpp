@@ -54,6 +54,38 @@ float select(bool condition, float ifTrue, float ifFalse) {
 
 } // namespace
 
+#if defined(__SSE2__)
+namespace {
+
+__m128 selectLanes(__m128 mask, __m128 ifTrue, __m128 ifFalse) {
+    return _mm_or_ps(_mm_and_ps(mask, ifTrue), _mm_andnot_ps(mask, ifFalse));
+}
+
+// floor, lane by lane, for every float: whole from 2^23 up, infinities and NaN as they are,
+// signed zeros kept.
+__m128 floorLanes(__m128 x) {
+    const __m128 sign = _mm_set1_ps(-0.f);
+    const __m128 whole = _mm_cmpnlt_ps(_mm_andnot_ps(sign, x), _mm_set1_ps(kByteRoundingBias));
+    __m128 floor = _mm_cvtepi32_ps(_mm_cvttps_epi32(x));
+    floor = _mm_sub_ps(floor, _mm_and_ps(_mm_cmpgt_ps(floor, x), _mm_set1_ps(1.f)));
+    floor = _mm_or_ps(_mm_andnot_ps(sign, floor), _mm_and_ps(sign, x));
+    return selectLanes(whole, x, floor);
+}
+
+// hsvToRgb's channel formula on four lanes: `x` is the hue as a fraction plus the channel's
+// offset, `s` and `v` saturation and value.
+__m128 hueLanes(__m128 x, __m128 s, __m128 v) {
+    const __m128 sign = _mm_set1_ps(-0.f), one = _mm_set1_ps(1.f);
+    const __m128 f = _mm_sub_ps(x, floorLanes(x));
+    const __m128 distance = _mm_sub_ps(
+        _mm_andnot_ps(sign, _mm_sub_ps(_mm_mul_ps(f, _mm_set1_ps(6.f)), _mm_set1_ps(3.f))), one);
+    const __m128 p = _mm_max_ps(_mm_min_ps(distance, one), _mm_setzero_ps());
+    return _mm_mul_ps(v, _mm_add_ps(_mm_mul_ps(_mm_sub_ps(p, one), s), one));
+}
+
+} // namespace
+#endif
+
 Hsv rgbToHsv(const Rgb& color) {
     // Sorts the channels so that r is the largest, noting in k where the hue's sector starts.
     const bool swapGreenBlue = !(color.g >= color.b);
@@ -74,25 +106,12 @@ Hsv rgbToHsv(const Rgb& color) {
 Rgb hsvToRgb(const Hsv& hsv) {
     const float t = hsv.h * kOne360th;
 #if defined(__SSE2__)
-    // The three channels side by side, each operation the scalar one: min, max and the floor are
-    // spelled so that NaN and signed zeros come out as the scalar forms give them.
-    const __m128 x = _mm_add_ps(_mm_set1_ps(t),
-                                _mm_setr_ps(kHueOffsets[0], kHueOffsets[1], kHueOffsets[2], 0.f));
-    const __m128 sign = _mm_set1_ps(-0.f);
-    const __m128 one = _mm_set1_ps(1.f);
-    const __m128 whole = _mm_cmpnlt_ps(_mm_andnot_ps(sign, x), _mm_set1_ps(kByteRoundingBias));
-    __m128 floor = _mm_cvtepi32_ps(_mm_cvttps_epi32(x));
-    floor = _mm_sub_ps(floor, _mm_and_ps(_mm_cmpgt_ps(floor, x), one));
-    floor = _mm_or_ps(_mm_andnot_ps(sign, floor), _mm_and_ps(sign, x));
-    floor = _mm_or_ps(_mm_and_ps(whole, x), _mm_andnot_ps(whole, floor));
-    const __m128 f = _mm_sub_ps(x, floor);
-    const __m128 distance = _mm_sub_ps(
-        _mm_andnot_ps(sign, _mm_sub_ps(_mm_mul_ps(f, _mm_set1_ps(6.f)), _mm_set1_ps(3.f))), one);
-    const __m128 p = _mm_max_ps(_mm_min_ps(distance, one), _mm_setzero_ps());
-    const __m128 lanes = _mm_mul_ps(
-        _mm_set1_ps(hsv.v), _mm_add_ps(_mm_mul_ps(_mm_sub_ps(p, one), _mm_set1_ps(hsv.s)), one));
+    // The three channels side by side.
     alignas(16) float channels[4];
-    _mm_store_ps(channels, lanes);
+    _mm_store_ps(channels,
+                 hueLanes(_mm_add_ps(_mm_set1_ps(t), _mm_setr_ps(kHueOffsets[0], kHueOffsets[1],
+                                                                 kHueOffsets[2], 0.f)),
+                          _mm_set1_ps(hsv.s), _mm_set1_ps(hsv.v)));
 #else
     float channels[3];
     for (int i = 0; i < 3; ++i) {
@@ -103,6 +122,69 @@ Rgb hsvToRgb(const Hsv& hsv) {
     }
 #endif
     return {channels[0], channels[1], channels[2], 0.f};
+}
+
+void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out) {
+    const int count = std::min(colors.size(), out.size());
+    int i = 0;
+#if defined(__SSE2__)
+    // Four colours side by side, each operation the scalar form's: !(a >= b) is "not greater or
+    // equal" (true for NaN), and std::min(g, b), (b < g) ? b : g, is minps(b, g).
+    const __m128 zero = _mm_setzero_ps();
+    for (; i + 4 <= count; i += 4) {
+        __m128 r = _mm_loadu_ps(&colors[i].r), g = _mm_loadu_ps(&colors[i + 1].r);
+        __m128 b = _mm_loadu_ps(&colors[i + 2].r), a = _mm_loadu_ps(&colors[i + 3].r);
+        _MM_TRANSPOSE4_PS(r, g, b, a);
+        const __m128 swapGreenBlue = _mm_cmpnge_ps(g, b);
+        const __m128 g1 = selectLanes(swapGreenBlue, b, g);
+        const __m128 b1 = selectLanes(swapGreenBlue, g, b);
+        const __m128 k1 = _mm_and_ps(swapGreenBlue, _mm_set1_ps(-1.f));
+        const __m128 swapRedGreen = _mm_cmpnge_ps(r, g1);
+        const __m128 r2 = selectLanes(swapRedGreen, g1, r);
+        const __m128 g2 = selectLanes(swapRedGreen, r, g1);
+        const __m128 k2 = selectLanes(swapRedGreen, _mm_sub_ps(_mm_set1_ps(-kOneThird), k1), k1);
+        const __m128 chroma = _mm_sub_ps(r2, _mm_min_ps(b1, g2));
+        const __m128 hue = _mm_mul_ps(
+            _mm_andnot_ps(_mm_set1_ps(-0.f),
+                          _mm_add_ps(k2, _mm_mul_ps(_mm_sub_ps(g2, b1),
+                                                    _mm_div_ps(_mm_set1_ps(kOneSixth), chroma)))),
+            _mm_set1_ps(kFullCircle));
+        __m128 h = selectLanes(_mm_cmpneq_ps(chroma, zero), hue, zero);
+        __m128 s = selectLanes(_mm_cmpneq_ps(r2, zero), _mm_div_ps(chroma, r2), zero);
+        __m128 v = r2, alpha = zero;
+        _MM_TRANSPOSE4_PS(h, s, v, alpha);
+        _mm_storeu_ps(&out[i].h, h);
+        _mm_storeu_ps(&out[i + 1].h, s);
+        _mm_storeu_ps(&out[i + 2].h, v);
+        _mm_storeu_ps(&out[i + 3].h, alpha);
+    }
+#endif
+    for (; i < count; ++i)
+        out[i] = rgbToHsv(colors[i]);
+}
+
+void hsvToRgb(ArrayView<const Hsv> colors, ArrayView<Rgb> out) {
+    const int count = std::min(colors.size(), out.size());
+    int i = 0;
+#if defined(__SSE2__)
+    for (; i + 4 <= count; i += 4) {
+        __m128 h = _mm_loadu_ps(&colors[i].h), s = _mm_loadu_ps(&colors[i + 1].h);
+        __m128 v = _mm_loadu_ps(&colors[i + 2].h), a = _mm_loadu_ps(&colors[i + 3].h);
+        _MM_TRANSPOSE4_PS(h, s, v, a);
+        const __m128 t = _mm_mul_ps(h, _mm_set1_ps(kOne360th));
+        __m128 r = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[0])), s, v);
+        __m128 g = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[1])), s, v);
+        __m128 b = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[2])), s, v);
+        __m128 alpha = _mm_setzero_ps();
+        _MM_TRANSPOSE4_PS(r, g, b, alpha);
+        _mm_storeu_ps(&out[i].r, r);
+        _mm_storeu_ps(&out[i + 1].r, g);
+        _mm_storeu_ps(&out[i + 2].r, b);
+        _mm_storeu_ps(&out[i + 3].r, alpha);
+    }
+#endif
+    for (; i < count; ++i)
+        out[i] = hsvToRgb(colors[i]);
 }
 
 Hwb hsvToHwb(const Hsv& hsv) {

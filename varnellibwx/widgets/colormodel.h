@@ -1,5 +1,6 @@
 #pragma once
 
+#include <varnellib/base/arrayview.h>
 #include <varnellib/base/optional.h>
 #include <varnellib/base/string.h>
 #include <varnellib/color/color.h>
@@ -49,6 +50,11 @@ inline constexpr float kInverseGamma = 0.45454544f;
 Hsv rgbToHsv(const Rgb& color);
 /// Wraps for any hue, negative or past 360; the fourth lane of the result is 0.
 Rgb hsvToRgb(const Hsv& hsv);
+/// Both conversions over runs of colours (as many as the shorter view holds), four at a time
+/// where the processor has vector instructions: the same bits as one at a time, for callers that
+/// convert whole rows (slider tracks, the HWB field).
+void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out);
+void hsvToRgb(ArrayView<const Hsv> colors, ArrayView<Rgb> out);
 Hwb hsvToHwb(const Hsv& hsv);
 /// Whiteness and blackness summing past 1 are scaled to sum to 1; pure black keeps full
 /// saturation.
