@@ -72,6 +72,30 @@ __m128 floorLanes(__m128 x) {
     return selectLanes(whole, x, floor);
 }
 
+// Four colours (Rgb or Hsv: four floats, the first at the start) as four vectors of one channel
+// each, and back.
+struct Channels {
+    __m128 x, y, z, w;
+};
+static_assert(sizeof(Rgb) == 16 && sizeof(Hsv) == 16, "four floats, nothing between colours");
+template <class Colour>
+Channels loadChannels(const Colour* first) {
+    const auto lanes = [first](int k) {
+        return _mm_loadu_ps(reinterpret_cast<const float*>(first + k));
+    };
+    Channels c{lanes(0), lanes(1), lanes(2), lanes(3)};
+    _MM_TRANSPOSE4_PS(c.x, c.y, c.z, c.w);
+    return c;
+}
+template <class Colour>
+void storeChannels(Channels c, Colour* first) {
+    _MM_TRANSPOSE4_PS(c.x, c.y, c.z, c.w);
+    _mm_storeu_ps(reinterpret_cast<float*>(first), c.x);
+    _mm_storeu_ps(reinterpret_cast<float*>(first + 1), c.y);
+    _mm_storeu_ps(reinterpret_cast<float*>(first + 2), c.z);
+    _mm_storeu_ps(reinterpret_cast<float*>(first + 3), c.w);
+}
+
 // hsvToRgb's channel formula on four lanes: `x` is the hue as a fraction plus the channel's
 // offset, `s` and `v` saturation and value.
 __m128 hueLanes(__m128 x, __m128 s, __m128 v) {
@@ -132,9 +156,7 @@ void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out) {
     // equal" (true for NaN), and std::min(g, b), (b < g) ? b : g, is minps(b, g).
     const __m128 zero = _mm_setzero_ps();
     for (; i + 4 <= count; i += 4) {
-        __m128 r = _mm_loadu_ps(&colors[i].r), g = _mm_loadu_ps(&colors[i + 1].r);
-        __m128 b = _mm_loadu_ps(&colors[i + 2].r), a = _mm_loadu_ps(&colors[i + 3].r);
-        _MM_TRANSPOSE4_PS(r, g, b, a);
+        const auto [r, g, b, a] = loadChannels(&colors[i]);
         const __m128 swapGreenBlue = _mm_cmpnge_ps(g, b);
         const __m128 g1 = selectLanes(swapGreenBlue, b, g);
         const __m128 b1 = selectLanes(swapGreenBlue, g, b);
@@ -149,14 +171,10 @@ void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out) {
                           _mm_add_ps(k2, _mm_mul_ps(_mm_sub_ps(g2, b1),
                                                     _mm_div_ps(_mm_set1_ps(kOneSixth), chroma)))),
             _mm_set1_ps(kFullCircle));
-        __m128 h = selectLanes(_mm_cmpneq_ps(chroma, zero), hue, zero);
-        __m128 s = selectLanes(_mm_cmpneq_ps(r2, zero), _mm_div_ps(chroma, r2), zero);
-        __m128 v = r2, alpha = zero;
-        _MM_TRANSPOSE4_PS(h, s, v, alpha);
-        _mm_storeu_ps(&out[i].h, h);
-        _mm_storeu_ps(&out[i + 1].h, s);
-        _mm_storeu_ps(&out[i + 2].h, v);
-        _mm_storeu_ps(&out[i + 3].h, alpha);
+        storeChannels({selectLanes(_mm_cmpneq_ps(chroma, zero), hue, zero),
+                       selectLanes(_mm_cmpneq_ps(r2, zero), _mm_div_ps(chroma, r2), zero), r2,
+                       zero},
+                      &out[i]);
     }
 #endif
     for (; i < count; ++i)
@@ -168,19 +186,13 @@ void hsvToRgb(ArrayView<const Hsv> colors, ArrayView<Rgb> out) {
     int i = 0;
 #if defined(__SSE2__)
     for (; i + 4 <= count; i += 4) {
-        __m128 h = _mm_loadu_ps(&colors[i].h), s = _mm_loadu_ps(&colors[i + 1].h);
-        __m128 v = _mm_loadu_ps(&colors[i + 2].h), a = _mm_loadu_ps(&colors[i + 3].h);
-        _MM_TRANSPOSE4_PS(h, s, v, a);
+        const auto [h, s, v, a] = loadChannels(&colors[i]);
         const __m128 t = _mm_mul_ps(h, _mm_set1_ps(kOne360th));
-        __m128 r = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[0])), s, v);
-        __m128 g = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[1])), s, v);
-        __m128 b = hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[2])), s, v);
-        __m128 alpha = _mm_setzero_ps();
-        _MM_TRANSPOSE4_PS(r, g, b, alpha);
-        _mm_storeu_ps(&out[i].r, r);
-        _mm_storeu_ps(&out[i + 1].r, g);
-        _mm_storeu_ps(&out[i + 2].r, b);
-        _mm_storeu_ps(&out[i + 3].r, alpha);
+        storeChannels({hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[0])), s, v),
+                       hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[1])), s, v),
+                       hueLanes(_mm_add_ps(t, _mm_set1_ps(kHueOffsets[2])), s, v),
+                       _mm_setzero_ps()},
+                      &out[i]);
     }
 #endif
     for (; i < count; ++i)
