@@ -177,13 +177,13 @@ TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
 TEST(ColorModel, SliderTracksAndPositionMaps) {
     const Rgb color(0.1f, 0.2f, 0.3f, 0.4f);
     const Hsv hsv = rgbToHsv(color);
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Green, 0.7f, color, hsv), Rgb(0.1f, 0.7f, 0.3f, 0.4f));
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Green, 0.7f, color, hsv), Rgb(0.1f, 0.7f, 0.3f, 0.4f));
     // The alpha track truncates to 8 bits: 0.999 shows 254, not 255.
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Alpha, 0.999f, color, hsv),
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Alpha, 0.999f, color, hsv),
               Rgb(254 / 255.f, 254 / 255.f, 254 / 255.f, 1.f));
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Alpha, 1.f, color, hsv).r, 1.f);
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Hue, 0.f, color, hsv), hsvToRgb({0, 1, 1}));
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Value, 0.f, color, hsv), Rgb(0, 0, 0, 0));
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Alpha, 1.f, color, hsv).r, 1.f);
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Hue, 0.f, color, hsv), hsvToRgb({0, 1, 1}));
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Value, 0.f, color, hsv), Rgb(0, 0, 0, 0));
 
     EXPECT_EQ(gammaMap(0.5f, PositionValueMap::PositionToValue), std::pow(0.5f, 2.2f));
     EXPECT_EQ(gammaMap(0.25f, PositionValueMap::ValueToPosition), std::pow(0.25f, 0.45454544f));
@@ -205,7 +205,7 @@ TEST(ColorModel, TemperatureColoursAreRelativeToTheWhitePoint) {
     const Rgb cool = temperatureToRgb(15000.f);
     EXPECT_EQ(cool.b, 1.f);
     EXPECT_LT(cool.r, cool.g);
-    EXPECT_EQ(sliderTrackColor(ColorSlider::Temperature, 0.f, {}, {}), warm);
+    EXPECT_EQ(sliderTrackColor(SliderTrack::Temperature, 0.f, {}, {}), warm);
 }
 
 TEST(ColorModel, RangeScalesAndTheirStopPosition) {

@@ -251,27 +251,27 @@ RgbBytes toRgbBytes(const Rgb& color) {
     return {unitToByte(color.r), unitToByte(color.g), unitToByte(color.b)};
 }
 
-Rgb sliderTrackColor(ColorSlider slider, float position, const Rgb& color, const Hsv& hsv) {
-    switch (slider) {
-    case ColorSlider::Red:
+Rgb sliderTrackColor(SliderTrack track, float position, const Rgb& color, const Hsv& hsv) {
+    switch (track) {
+    case SliderTrack::Red:
         return {position, color.g, color.b, color.a};
-    case ColorSlider::Green:
+    case SliderTrack::Green:
         return {color.r, position, color.b, color.a};
-    case ColorSlider::Blue:
+    case SliderTrack::Blue:
         return {color.r, color.g, position, color.a};
-    case ColorSlider::Alpha: {
+    case SliderTrack::Alpha: {
         // Truncated, not rounded: the track is deliberately quantised to 8 bits.
         const int q = static_cast<int>(position * 255.f) & 255;
         const float grey = static_cast<float>(q) / 255.f;
         return {grey, grey, grey, 1.f};
     }
-    case ColorSlider::Hue:
+    case SliderTrack::Hue:
         return hsvToRgb({position * kFullCircle, 1.f, 1.f, 0.f});
-    case ColorSlider::Sat:
+    case SliderTrack::Sat:
         return hsvToRgb({hsv.h, position, hsv.v, 0.f});
-    case ColorSlider::Value:
+    case SliderTrack::Value:
         return hsvToRgb({hsv.h, hsv.s, position, 0.f});
-    case ColorSlider::Temperature:
+    case SliderTrack::Temperature:
         return temperatureToRgb(squareMap(position, PositionValueMap::PositionToValue,
                                           kTemperatureScale.minimum, kTemperatureScale.maximum));
     }
@@ -288,14 +288,20 @@ float gammaMap(float x, PositionValueMap direction) {
     VARNEL_STOP(kModelSource);
 }
 
-float squareMap(float x, PositionValueMap direction, float minimum, float maximum) {
+float squareMap(float x, PositionValueMap direction) {
     switch (direction) {
     case PositionValueMap::PositionToValue:
-        return minimum + (maximum - minimum) * (x * x);
+        return x * x;
     case PositionValueMap::ValueToPosition:
-        return std::sqrt((x - minimum) / (maximum - minimum));
+        return std::sqrt(x);
     }
     VARNEL_STOP(kModelSource);
+}
+
+float squareMap(float x, PositionValueMap direction, float minimum, float maximum) {
+    if (direction == PositionValueMap::PositionToValue)
+        return minimum + (maximum - minimum) * squareMap(x, direction);
+    return squareMap((x - minimum) / (maximum - minimum), direction);
 }
 
 SpinnerScale rangeScale(ColorPickerTypes::Range range) {
@@ -332,6 +338,34 @@ Rgb inverseColor(const Rgb& color) {
     const float largest = std::max({reciprocal.r, reciprocal.g, reciprocal.b});
     return {reciprocal.r / largest, reciprocal.g / largest, reciprocal.b / largest,
             reciprocal.a / largest};
+}
+
+void PickerColor::fromRgb(const Rgb& color) {
+    rgb = color;
+    hsv = rgbToHsv(color);
+    hsv.a = color.a;
+    hwb = hsvToHwb(hsv);
+    hwb.a = color.a;
+}
+
+void PickerColor::fromHsv(const Hsv& given) {
+    const float alpha = rgb.a;
+    rgb = hsvToRgb(given);
+    rgb.a = alpha;
+    hsv = given;
+    hsv.a = alpha;
+    hwb = hsvToHwb(hsv);
+    hwb.a = alpha;
+}
+
+void PickerColor::fromHwb(const Hwb& given) {
+    const float alpha = rgb.a;
+    rgb = hwbToRgb(given);
+    rgb.a = alpha;
+    hsv = hwbToHsv(given);
+    hsv.a = alpha;
+    hwb = given;
+    hwb.a = alpha;
 }
 
 } // namespace Varnel::Wx::Detail

@@ -5,12 +5,14 @@
 #include <varnellib/base/string.h>
 #include <varnellib/color/color.h>
 #include <varnellib/image/bitmap.h>
+#include <varnellibwx/export.h>
 #include <varnellibwx/widgets/colorpickertypes.h>
 
 // The colour model of the picker family: every conversion among the forms a colour takes in the
 // picker (RGB, HSV, HWB, hex text, spinner numbers, temperatures), written in 32-bit floats
 // exactly as the picker, its sub-controls, the swatch button and the eyedropper must agree on
-// them to the last bit.
+// them to the last bit. Exported for hosts that build rows of their own from the picker's controls
+// (a track's gradient, a row's position/value map).
 namespace Varnel::Wx::Detail {
 
 /// Hue (degrees, shared with HSV), whiteness and blackness, and a fourth lane as in Hsv.
@@ -26,7 +28,7 @@ struct Hwb {
 enum class PositionValueMap : int { PositionToValue = 0, ValueToPosition = 1 };
 
 /// The sliders of the picker whose tracks show colours.
-enum class ColorSlider : int { Red, Green, Blue, Alpha, Hue, Sat, Value, Temperature };
+enum class SliderTrack : int { Red, Green, Blue, Alpha, Hue, Sat, Value, Temperature };
 
 /// What a spinner of the picker shows: its limits, decimals and step.
 struct SpinnerScale {
@@ -47,55 +49,78 @@ inline constexpr float kOne255th = 0.003921569f;
 inline constexpr float kGamma = 2.2f;
 inline constexpr float kInverseGamma = 0.45454544f;
 
-Hsv rgbToHsv(const Rgb& color);
+VARNEL_LIBWX_EXPORT Hsv rgbToHsv(const Rgb& color);
 /// Wraps for any hue, negative or past 360; the fourth lane of the result is 0.
-Rgb hsvToRgb(const Hsv& hsv);
+VARNEL_LIBWX_EXPORT Rgb hsvToRgb(const Hsv& hsv);
 /// Both conversions over runs of colours (as many as the shorter view holds), four at a time
 /// where the processor has vector instructions: the same bits as one at a time, for callers that
 /// convert whole rows (slider tracks, the HWB field).
-void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out);
-void hsvToRgb(ArrayView<const Hsv> colors, ArrayView<Rgb> out);
-Hwb hsvToHwb(const Hsv& hsv);
+VARNEL_LIBWX_EXPORT void rgbToHsv(ArrayView<const Rgb> colors, ArrayView<Hsv> out);
+VARNEL_LIBWX_EXPORT void hsvToRgb(ArrayView<const Hsv> colors, ArrayView<Rgb> out);
+VARNEL_LIBWX_EXPORT Hwb hsvToHwb(const Hsv& hsv);
 /// Whiteness and blackness summing past 1 are scaled to sum to 1; pure black keeps full
 /// saturation.
-Hsv hwbToHsv(const Hwb& hwb);
-Rgb hwbToRgb(const Hwb& hwb);
+VARNEL_LIBWX_EXPORT Hsv hwbToHsv(const Hwb& hwb);
+VARNEL_LIBWX_EXPORT Rgb hwbToRgb(const Hwb& hwb);
 
 /// The picker's colour for a black body at `kelvin`, relative to the 6500 K white, encoded with
 /// the 2.2 power law and clamped to 0..1. The algorithm leaves the fourth lane undefined; it is
 /// answered as 1.
-Rgb temperatureToRgb(float kelvin);
+VARNEL_LIBWX_EXPORT Rgb temperatureToRgb(float kelvin);
 
 /// Reads text the way a wide input stream reads one hexadecimal integer (leading blanks
 /// skipped, either case, stopping at the first non-hex character) and takes the low 24 bits as
 /// red, green and blue, alpha 1. Text without a hex digit gives nothing; a number too large for
 /// the stream keeps the largest value it holds.
-Optional<Rgb> parseHexColor(const String& text);
+VARNEL_LIBWX_EXPORT Optional<Rgb> parseHexColor(const String& text);
 /// Six upper-case hex digits of the 8-bit red, green and blue; no "#", no alpha.
-String formatHexColor(const Rgb& color);
+VARNEL_LIBWX_EXPORT String formatHexColor(const Rgb& color);
 
 /// The colour to draw on screen: each lane clamped, times 255, rounded to nearest-even.
-RgbBytes toRgbBytes(const Rgb& color);
+VARNEL_LIBWX_EXPORT RgbBytes toRgbBytes(const Rgb& color);
 
 /// What a slider's track shows at position `position` (0..1), given the picker's colour in both
 /// forms. The alpha track is quantised to 8 bits by truncation; the temperature track maps the
 /// position through the square map of the temperature scale.
-Rgb sliderTrackColor(ColorSlider slider, float position, const Rgb& color, const Hsv& hsv);
+VARNEL_LIBWX_EXPORT Rgb sliderTrackColor(SliderTrack track, float position, const Rgb& color,
+                                         const Hsv& hsv);
 
 /// value = position^2.2 and back (position = value^0.45454544), for linear-space spinners.
-float gammaMap(float x, PositionValueMap direction);
-/// value = minimum + (maximum - minimum) * position^2 and back, for the temperature slider.
-float squareMap(float x, PositionValueMap direction, float minimum, float maximum);
+VARNEL_LIBWX_EXPORT float gammaMap(float x, PositionValueMap direction);
+/// value = position^2 and back (position = sqrt(value)), on a value normalised to its row's
+/// minimum and maximum: the temperature row's map.
+VARNEL_LIBWX_EXPORT float squareMap(float x, PositionValueMap direction);
+/// The same over the scale itself: value = minimum + (maximum - minimum) * position^2 and back.
+VARNEL_LIBWX_EXPORT float squareMap(float x, PositionValueMap direction, float minimum,
+                                    float maximum);
 
 /// The spinner scale of a range; an unknown range raises the stop exception.
-SpinnerScale rangeScale(ColorPickerTypes::Range range);
+VARNEL_LIBWX_EXPORT SpinnerScale rangeScale(ColorPickerTypes::Range range);
 
 /// The eyedropper's average of screen samples: the lane-wise sum divided, in all four lanes, by
 /// max(sum of alpha, 1), so transparent samples off the screen do not count.
-Rgb averageSamples(const BitmapImpl<Rgb>& samples);
+VARNEL_LIBWX_EXPORT Rgb averageSamples(const BitmapImpl<Rgb>& samples);
 
 /// The colour "Pick Inverse" answers: the reciprocals scaled so the brightest channel is 1, or,
 /// when a channel is exactly 0, 1 in every lane that was 0 and 0 elsewhere.
-Rgb inverseColor(const Rgb& color);
+VARNEL_LIBWX_EXPORT Rgb inverseColor(const Rgb& color);
+
+/// The colour the picker edits, in its three forms, and the three entry paths of an edit. After
+/// each, hsv is rgbToHsv(rgb) or the HSV rgb was made from, hwb is hsvToHwb(hsv) or the HWB hsv was
+/// made from, and the fourth lanes of hsv and hwb hold the colour's alpha.
+struct VARNEL_LIBWX_EXPORT PickerColor {
+    Rgb rgb{0.f, 0.f, 0.f, 1.f};
+    Hsv hsv{0.f, 0.f, 0.f, 1.f};
+    Hwb hwb{0.f, 0.f, 1.f, 1.f};
+
+    /// From RGB (the red, green and blue rows, the hex field, the eyedroppers, the temperature):
+    /// the colour as given, alpha included.
+    void fromRgb(const Rgb& color);
+    /// From HSV (the hue, saturation and value rows): kept as given, so the hue of a grey or of
+    /// black survives; the colour keeps its alpha.
+    void fromHsv(const Hsv& given);
+    /// From HWB (the slice): kept as given; the colour keeps its alpha.
+    void fromHwb(const Hwb& given);
+};
 
 } // namespace Varnel::Wx::Detail
