@@ -1,5 +1,6 @@
 #include "buttonspage.h"
 #include "choicespage.h"
+#include "colorcontrolspage.h"
 #include "curvepanelpage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
@@ -30,6 +31,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Spinners", "spinners", &createSpinnersPage},
         {"Choices", "choices", &createChoicesPage},
         {"Curve panel", "curve-panel", &createCurvePanelPage},
+        {"Colour controls", "colour-controls", &createColorControlsPage},
     };
 }
 

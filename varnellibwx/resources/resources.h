@@ -24,4 +24,15 @@ extern const unsigned char kSpinnerDownNormalBmp[];
 extern const unsigned char kSpinnerDownHoverBmp[];
 extern const unsigned char kSpinnerDownPressedBmp[];
 
+/// The eyedropper buttons' faces, "Pick Color" and "Pick Inverse" (20 x 20 pixel PNG, and
+/// 40 x 40 for double scale), drawn by draw_eyedropper_icons.py.
+extern const unsigned char kEyeDropperColorPng[];
+extern const int kEyeDropperColorPngSize;
+extern const unsigned char kEyeDropperColor2xPng[];
+extern const int kEyeDropperColor2xPngSize;
+extern const unsigned char kEyeDropperInversePng[];
+extern const int kEyeDropperInversePngSize;
+extern const unsigned char kEyeDropperInverse2xPng[];
+extern const int kEyeDropperInverse2xPngSize;
+
 } // namespace Varnel::Wx::Resources

@@ -1,0 +1,176 @@
+#include <varnellibwx/widgets/eyedropperbutton.h>
+
+#include <varnellib/base/stopexception.h>
+#include <varnellib/native/screen.h>
+#include <varnellibwx/bitmapconversion.h>
+#include <varnellibwx/dpi.h>
+#include <varnellibwx/resources/resources.h>
+#include <varnellibwx/widgets/colormodel.h>
+
+#include <wx/dcbuffer.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Varnel::Wx {
+
+namespace Detail {
+
+int averagingChoiceFor(int radius) {
+    radius = std::max(radius, 0);
+    for (int row = static_cast<int>(std::size(kAveragingChoices)) - 1; row >= 0; --row)
+        if (kAveragingChoices[row].radius <= radius)
+            return row;
+    // The first row's radius is 0, so a clamped radius always finds a row.
+    Varnel::Detail::throwStopException("widgets/colorpicker", 869);
+}
+
+Bucket samplingRegion(Pixel screenPoint, int radius) {
+    return {screenPoint.x - radius, screenPoint.y - radius, 2 * radius + 1, 2 * radius + 1};
+}
+
+int eyeDropperFaceInset(Flags<RawaBorderState> state) {
+    return state.has(RawaBorderState::Flat) ? 1 : 2;
+}
+
+} // namespace Detail
+
+namespace {
+
+// The idle face's size, in unscaled pixels, and the button's around it.
+constexpr int kIconSize = 20;
+constexpr int kButtonSize = kIconSize + 4;
+
+} // namespace
+
+EyeDropperButton::EyeDropperButton(wxWindow* parent, int id, const wxBitmap& icon,
+                                   const String& help)
+    : RawaBorder(parent, id, "eyedropper", RawaBorderState::Enabled), TooltipWindow(this),
+      m_icon(icon) {
+    const wxSize size = scaleByDpi(wxSize(kButtonSize, kButtonSize));
+    SetSize(size);
+    SetMinSize(size);
+    // Bound after the border's own paint handler, so it runs first and replaces it.
+    Bind(wxEVT_PAINT, &EyeDropperButton::onFacePaint, this);
+    Bind(wxEVT_LEFT_DOWN, &EyeDropperButton::onLeftDown, this);
+    Bind(wxEVT_MOTION, &EyeDropperButton::onMotion, this);
+    Bind(wxEVT_LEFT_UP, &EyeDropperButton::onLeftUp, this);
+    Bind(wxEVT_RIGHT_DOWN, &EyeDropperButton::onRightDown, this);
+    Bind(wxEVT_KEY_DOWN, &EyeDropperButton::onKeyDown, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, &EyeDropperButton::onCaptureLost, this);
+    setTooltip(help);
+}
+
+EyeDropperButton::~EyeDropperButton() {
+    // Destroyed in the middle of a pick: let go of the pointer, call nobody.
+    if (HasCapture())
+        ReleaseMouse();
+}
+
+wxBitmap EyeDropperButton::icon(Icon which) {
+    const bool large = scaleByDpi(1) >= 2;
+    const bool inverse = which == Icon::PickInverse;
+    const unsigned char* data =
+        inverse ? (large ? Resources::kEyeDropperInverse2xPng : Resources::kEyeDropperInversePng)
+                : (large ? Resources::kEyeDropperColor2xPng : Resources::kEyeDropperColorPng);
+    const int size = inverse ? (large ? Resources::kEyeDropperInverse2xPngSize
+                                      : Resources::kEyeDropperInversePngSize)
+                             : (large ? Resources::kEyeDropperColor2xPngSize
+                                      : Resources::kEyeDropperColorPngSize);
+    return convertMemoryToBitmap(data, size, wxBITMAP_TYPE_PNG);
+}
+
+void EyeDropperButton::setAveragingRadius(int radius) {
+    m_averagingRadius = std::max(radius, 0);
+}
+
+Rgb EyeDropperButton::sampleAt(wxPoint client) const {
+    const wxPoint screen = ClientToScreen(client);
+    return Detail::averageSamples(getScreenRegionColors(
+        Detail::samplingRegion(Pixel{screen.x, screen.y}, m_averagingRadius)));
+}
+
+void EyeDropperButton::paint(wxDC& dc, wxSize size) const {
+    const int inset = Detail::eyeDropperFaceInset(m_state);
+    const wxRect face = wxRect(wxPoint(0, 0), size).Deflate(inset);
+    if (m_picking) {
+        const RgbBytes c = Detail::toRgbBytes(m_sampledColor);
+        const wxColour colour(c.r, c.g, c.b);
+        dc.SetPen(wxPen(colour));
+        dc.SetBrush(wxBrush(colour));
+        dc.DrawRectangle(face);
+    } else if (m_icon.IsOk()) {
+        dc.DrawBitmap(m_icon, face.GetTopLeft(), true);
+    }
+}
+
+void EyeDropperButton::onFacePaint(wxPaintEvent&) {
+    wxAutoBufferedPaintDC dc(this);
+    dc.SetBackground(wxBrush(GetBackgroundColour()));
+    dc.Clear();
+    Varnel::Detail::paintRawaBorder(dc, GetClientSize(), m_state);
+    paint(dc, GetClientSize());
+}
+
+void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
+    if (m_picking || HasCapture()) {
+        event.Skip();
+        return;
+    }
+    m_picking = true;
+    CaptureMouse();
+    SetCursor(wxCursor(wxCURSOR_CROSS));
+    m_onPickStarted();
+    m_focusToRestore = FindFocus();
+    SetFocus();
+}
+
+void EyeDropperButton::onMotion(wxMouseEvent& event) {
+    if (!m_picking)
+        return;
+    m_sampledColor = sampleAt(event.GetPosition());
+    Refresh(false);
+    Update();
+}
+
+void EyeDropperButton::onLeftUp(wxMouseEvent& event) {
+    if (!m_picking)
+        return;
+    if (m_onPicked)
+        m_onPicked(sampleAt(event.GetPosition()));
+    endPick();
+}
+
+void EyeDropperButton::onRightDown(wxMouseEvent&) {
+    if (m_picking)
+        endPick();
+}
+
+void EyeDropperButton::onKeyDown(wxKeyEvent& event) {
+    if (!m_picking) {
+        event.Skip();
+        return;
+    }
+    if (event.GetKeyCode() == WXK_ESCAPE)
+        endPick();
+}
+
+void EyeDropperButton::onCaptureLost(wxMouseCaptureLostEvent&) {
+    if (m_picking)
+        endPick();
+}
+
+void EyeDropperButton::endPick() {
+    m_picking = false;
+    SetCursor(wxCursor(wxCURSOR_ARROW));
+    if (HasCapture())
+        ReleaseMouse();
+    m_onPickEnded();
+    if (wxWindow* focus = m_focusToRestore.get()) {
+        m_focusToRestore = nullptr;
+        focus->SetFocus();
+    }
+    Refresh(false);
+}
+
+} // namespace Varnel::Wx
