@@ -161,6 +161,7 @@ TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
     EXPECT_FALSE(parseHexColor(String(L"")).has_value());
     EXPECT_FALSE(parseHexColor(String(L"   zz")).has_value());
     EXPECT_EQ(parseHexColor(String(L"0")), Rgb(0, 0, 0, 1));
+    EXPECT_FALSE(parseHexColor(String(L"0x")).has_value()); // a prefix, no digit
     // Too large for the stream: it keeps its largest value, whose low 24 bits are white.
     EXPECT_EQ(parseHexColor(String(L"123456789abcdef0123")), Rgb(1, 1, 1, 1));
 
@@ -191,7 +192,13 @@ TEST(ColorModel, SliderTracksAndPositionMaps) {
     EXPECT_NEAR(whitePosition, 0.6007f, 1e-4f);
     EXPECT_NEAR(squareMap(whitePosition, PositionValueMap::PositionToValue, 1700, 15000), 6500.f,
                 0.01f);
-    EXPECT_THROW(gammaMap(1.f, static_cast<PositionValueMap>(2)), StopException);
+    EXPECT_EQ(squareMap(0.25f, PositionValueMap::ValueToPosition), 0.5f); // the row's own form
+    EXPECT_EQ(squareMap(0.5f, PositionValueMap::PositionToValue), 0.25f);
+    for (const auto map : {+[](float x, PositionValueMap d) { return gammaMap(x, d); },
+                           +[](float x, PositionValueMap d) {
+                               return squareMap(x, d);
+                           }})
+        EXPECT_THROW(map(1.f, static_cast<PositionValueMap>(2)), StopException);
 }
 
 TEST(ColorModel, TemperatureColoursAreRelativeToTheWhitePoint) {

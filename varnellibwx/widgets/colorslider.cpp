@@ -56,7 +56,9 @@ ColorSlider::ColorSlider(wxWindow* parent, int id, wxSize size, SharedPtr<Gradie
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Bind(wxEVT_PAINT, &ColorSlider::onPaint, this);
     Bind(wxEVT_ERASE_BACKGROUND, [](wxEraseEvent&) {});
+    // A quick second press comes as a double click: it presses all the same.
     Bind(wxEVT_LEFT_DOWN, &ColorSlider::onLeftDown, this);
+    Bind(wxEVT_LEFT_DCLICK, &ColorSlider::onLeftDown, this);
     Bind(wxEVT_MOTION, &ColorSlider::onMotion, this);
     Bind(wxEVT_LEFT_UP, &ColorSlider::onLeftUp, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});

@@ -1,6 +1,7 @@
 #include <varnellibwx/widgets/eyedropperbutton.h>
 
 #include <varnellib/base/stopexception.h>
+#include <varnellib/native/escapekey.h>
 #include <varnellib/native/screen.h>
 #include <varnellibwx/bitmapconversion.h>
 #include <varnellibwx/dpi.h>
@@ -52,11 +53,14 @@ EyeDropperButton::EyeDropperButton(wxWindow* parent, int id, const wxBitmap& ico
     SetMinSize(size);
     // Bound after the border's own paint handler, so it runs first and replaces it.
     Bind(wxEVT_PAINT, &EyeDropperButton::onFacePaint, this);
+    // A quick second press comes as a double click: it presses all the same.
     Bind(wxEVT_LEFT_DOWN, &EyeDropperButton::onLeftDown, this);
+    Bind(wxEVT_LEFT_DCLICK, &EyeDropperButton::onLeftDown, this);
     Bind(wxEVT_MOTION, &EyeDropperButton::onMotion, this);
     Bind(wxEVT_LEFT_UP, &EyeDropperButton::onLeftUp, this);
     Bind(wxEVT_RIGHT_DOWN, &EyeDropperButton::onRightDown, this);
-    Bind(wxEVT_KEY_DOWN, &EyeDropperButton::onKeyDown, this);
+    // The hook sees Escape before a dialog around the button would take it as its cancel key.
+    Bind(wxEVT_CHAR_HOOK, &EyeDropperButton::onKeyDown, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &EyeDropperButton::onCaptureLost, this);
     setTooltip(help);
 }
@@ -118,6 +122,13 @@ void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
         return;
     }
     m_picking = true;
+    // Ended later, never inside the watch's own report.
+    m_escapeWatch = std::make_unique<EscapeKeyWatch>([this] {
+        CallAfter([this] {
+            if (m_picking)
+                endPick();
+        });
+    });
     CaptureMouse();
     SetCursor(wxCursor(wxCURSOR_CROSS));
     m_onPickStarted();
@@ -162,6 +173,7 @@ void EyeDropperButton::onCaptureLost(wxMouseCaptureLostEvent&) {
 
 void EyeDropperButton::endPick() {
     m_picking = false;
+    m_escapeWatch.reset();
     SetCursor(wxCursor(wxCURSOR_ARROW));
     if (HasCapture())
         ReleaseMouse();

@@ -11,6 +11,12 @@
 #include <wx/bitmap.h>
 #include <wx/weakref.h>
 
+#include <memory>
+
+namespace Varnel {
+class EscapeKeyWatch;
+}
+
 namespace Varnel::Wx {
 
 /// The picker's screen sampler, in the bordered look. A left press starts a pick: the button
@@ -74,6 +80,9 @@ private:
     Function<void(const Rgb&)> m_onPicked;
     Function<void()> m_onPickStarted;
     Function<void()> m_onPickEnded;
+    // Escape while the mouse is captured: the toolkit does not deliver the key to a capturing
+    // window, so the pick reads it from the X server while it lasts.
+    std::unique_ptr<EscapeKeyWatch> m_escapeWatch;
 };
 
 namespace Detail {

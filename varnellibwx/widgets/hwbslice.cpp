@@ -83,7 +83,9 @@ HwbSlice::HwbSlice(wxWindow* parent, int id, wxSize size)
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Bind(wxEVT_PAINT, &HwbSlice::onPaint, this);
     Bind(wxEVT_ERASE_BACKGROUND, [](wxEraseEvent&) {});
+    // A quick second press comes as a double click: it presses all the same.
     Bind(wxEVT_LEFT_DOWN, &HwbSlice::onLeftDown, this);
+    Bind(wxEVT_LEFT_DCLICK, &HwbSlice::onLeftDown, this);
     Bind(wxEVT_MOTION, &HwbSlice::onMotion, this);
     Bind(wxEVT_LEFT_UP, &HwbSlice::onLeftUp, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
