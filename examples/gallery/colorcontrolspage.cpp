@@ -207,11 +207,12 @@ wxWindow* createColorControlsPage(wxWindow* parent) {
 
     auto* droppers = new wxBoxSizer(wxHORIZONTAL);
     std::vector<Wx::EyeDropperButton*> buttons;
-    for (const auto& [which, name] :
-         {std::pair{Wx::EyeDropperButton::Icon::PickColor, L"Pick Color"},
-          std::pair{Wx::EyeDropperButton::Icon::PickInverse, L"Pick Inverse"}}) {
+    for (const auto& [which, help] :
+         {std::pair{Wx::EyeDropperButton::Icon::PickColor, Wx::EyeDropperButton::kPickColorHelp},
+          std::pair{Wx::EyeDropperButton::Icon::PickInverse,
+                    Wx::EyeDropperButton::kPickInverseHelp}}) {
         auto* button = new Wx::EyeDropperButton(page, wxID_ANY, Wx::EyeDropperButton::icon(which),
-                                                String(name) + String(L"\n\nDrag to the screen."));
+                                                String(help));
         const bool inverse = which == Wx::EyeDropperButton::Icon::PickInverse;
         button->callOnPicked([state, inverse](const Rgb& sampled) {
             const Rgb rgb = inverse ? Wx::Detail::inverseColor(sampled) : sampled;

@@ -87,9 +87,11 @@ bool readScreen(const Bucket& region, Store&& store) {
         return false;
     Display* x = gdk_x11_display_get_xdisplay(display);
     const ::Window root = DefaultRootWindow(x);
-    XWindowAttributes rootAttributes;
-    XGetWindowAttributes(x, root, &rootAttributes);
-    const Bucket captured = region.intersect({0, 0, rootAttributes.width, rootAttributes.height});
+    // The root window's size as GDK keeps it (it follows the root's configure events): asking the
+    // server would cost a second round trip on every read, and an eyedropper reads on every motion.
+    GdkWindow* rootWindow = gdk_screen_get_root_window(gdk_display_get_default_screen(display));
+    const Bucket captured = region.intersect(
+        {0, 0, gdk_window_get_width(rootWindow), gdk_window_get_height(rootWindow)});
     if (captured.isEmpty())
         return true;
     XImage* image =

@@ -89,7 +89,10 @@ void EyeDropperButton::setAveragingRadius(int radius) {
 }
 
 Rgb EyeDropperButton::sampleAt(wxPoint client) const {
-    const wxPoint screen = ClientToScreen(client);
+    return sampleAtScreen(ClientToScreen(client));
+}
+
+Rgb EyeDropperButton::sampleAtScreen(wxPoint screen) const {
     return Detail::averageSamples(getScreenRegionColors(
         Detail::samplingRegion(Pixel{screen.x, screen.y}, m_averagingRadius)));
 }
@@ -122,6 +125,10 @@ void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
         return;
     }
     m_picking = true;
+    m_paintedFace.reset();
+    // The button stays where it is during a pick; asking for its place on every motion would cost
+    // a round trip to the X server each time.
+    m_screenOrigin = ClientToScreen(wxPoint(0, 0));
     // Ended later, never inside the watch's own report.
     m_escapeWatch = std::make_unique<EscapeKeyWatch>([this] {
         CallAfter([this] {
@@ -139,7 +146,13 @@ void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
 void EyeDropperButton::onMotion(wxMouseEvent& event) {
     if (!m_picking)
         return;
-    m_sampledColor = sampleAt(event.GetPosition());
+    m_sampledColor = sampleAtScreen(m_screenOrigin + event.GetPosition());
+    // The face shows the sample in 8 bits: while those stay the same (a flat area under the
+    // pointer) the painted face is already right, and the next read comes sooner.
+    const RgbBytes face = Detail::toRgbBytes(m_sampledColor);
+    if (m_paintedFace == face)
+        return;
+    m_paintedFace = face;
     Refresh(false);
     Update();
 }
@@ -148,7 +161,7 @@ void EyeDropperButton::onLeftUp(wxMouseEvent& event) {
     if (!m_picking)
         return;
     if (m_onPicked)
-        m_onPicked(sampleAt(event.GetPosition()));
+        m_onPicked(sampleAtScreen(m_screenOrigin + event.GetPosition()));
     endPick();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <varnellib/base/function.h>
+#include <varnellib/base/optional.h>
 #include <varnellib/base/string.h>
 #include <varnellib/color/color.h>
 #include <varnellib/native/windowhandle.h>
@@ -39,6 +40,16 @@ public:
     ~EyeDropperButton() override;
 
     enum class Icon : int { PickColor = 0, PickInverse = 1 };
+    /// The help texts of the picker's two eyedroppers.
+    static constexpr const wchar_t* kPickColorHelp =
+        L"Pick Color\n\nPicks pixel color from anywhere on the screen.\n\nTo use this picker, just "
+        L"drag the button to anywhere on the screen. While in this pick mode, the sampled color "
+        L"will be displayed in the button.";
+    static constexpr const wchar_t* kPickInverseHelp =
+        L"Pick Inverse\n\nPicks inverse of a pixel color from anywhere on the screen.\n\nThe "
+        L"inverse color is useful for example to select a color tint for the image.\n\nTo use "
+        L"this picker, just drag the button to anywhere on the screen. While in this pick mode, "
+        L"the sampled color will be displayed in the button.";
     /// The library's pipette faces, drawn for the display's scale (a double-size image at 2x).
     static wxBitmap icon(Icon which);
 
@@ -63,6 +74,7 @@ public:
     void paint(wxDC& dc, wxSize size) const;
 
 private:
+    Rgb sampleAtScreen(wxPoint screen) const;
     void endPick();
     void onLeftDown(wxMouseEvent& event);
     void onMotion(wxMouseEvent& event);
@@ -76,6 +88,8 @@ private:
     int m_averagingRadius = 0;
     wxWeakRef<wxWindow> m_focusToRestore; // cleared if that window goes during the pick
     Rgb m_sampledColor;
+    wxPoint m_screenOrigin;           // of the client area, taken when a pick starts
+    Optional<RgbBytes> m_paintedFace; // what the face shows of the pick, once painted
     wxBitmap m_icon;
     Function<void(const Rgb&)> m_onPicked;
     Function<void()> m_onPickStarted;

@@ -32,21 +32,28 @@ Rgb hwbFieldColor(int x, int y, wxSize size) {
 void renderHwbField(wxSize size, unsigned char* rgb) {
     if (size.x <= 0 || size.y <= 0)
         return;
-    // Saturation and value depend on the row only, so each row is one run of hues through the
-    // vectorised conversion: the same bits as converting pixel by pixel.
-    std::vector<Hsv> hsv(static_cast<std::size_t>(size.x));
-    std::vector<Rgb> colors(hsv.size());
-    for (int y = 0; y < size.y; ++y) {
-        const Hsv row =
-            hwbToHsv({0.f, 0.f, static_cast<float>(y) / static_cast<float>(size.y), 0.f});
-        for (int x = 0; x < size.x; ++x)
-            hsv[x] = {fieldHue(x, size.x), row.s, row.v, 0.f};
-        hsvToRgb(ArrayView<const Hsv>(hsv.data(), size.x), ArrayView<Rgb>(colors.data(), size.x));
-        for (const Rgb& c : colors) {
-            *rgb++ = unitToByte(c.r);
-            *rgb++ = unitToByte(c.g);
-            *rgb++ = unitToByte(c.b);
-        }
+    // At whiteness 0 every row has saturation 1 (the scaling and the black rule both give 1), so
+    // a pixel is value * q with q = (p - 1) * 1 + 1, the pure hue of its column: q is converted
+    // once, each row only scales it. The same bits as converting pixel by pixel.
+    const auto width = static_cast<std::size_t>(size.x);
+    std::vector<Hsv> hues(width);
+    for (std::size_t x = 0; x < width; ++x)
+        hues[x] = {fieldHue(static_cast<int>(x), size.x), 1.f, 1.f, 0.f};
+    std::vector<Rgb> pure(width);
+    hsvToRgb(ArrayView<const Hsv>(hues.data(), size.x), ArrayView<Rgb>(pure.data(), size.x));
+    std::vector<float> pureLanes(3 * width);
+    for (std::size_t x = 0; x < width; ++x) {
+        pureLanes[3 * x] = pure[x].r;
+        pureLanes[3 * x + 1] = pure[x].g;
+        pureLanes[3 * x + 2] = pure[x].b;
+    }
+    std::vector<float> row(3 * width);
+    for (int y = 0; y < size.y; ++y, rgb += 3 * width) {
+        const float value =
+            hwbToHsv({0.f, 0.f, static_cast<float>(y) / static_cast<float>(size.y), 0.f}).v;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            row[i] = value * pureLanes[i];
+        unitsToBytes(row.data(), rgb, row.size());
     }
 }
 
