@@ -1,6 +1,7 @@
 #include "buttonspage.h"
 #include "choicespage.h"
 #include "colorcontrolspage.h"
+#include "colorpickerpage.h"
 #include "curvepanelpage.h"
 #include "gallerypage.h"
 #include "librarypage.h"
@@ -32,6 +33,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Choices", "choices", &createChoicesPage},
         {"Curve panel", "curve-panel", &createCurvePanelPage},
         {"Colour controls", "colour-controls", &createColorControlsPage},
+        {"Colour picker", "colour-picker", &createColorPickerPage},
     };
 }
 

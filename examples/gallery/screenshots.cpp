@@ -4,6 +4,7 @@
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/varnellibwx.h>
+#include <varnellibwx/widgets/colorpicker.h>
 #include <varnellibwx/windowcapture.h>
 #include <varnellibwx/windowutils.h>
 
@@ -109,6 +110,16 @@ bool saveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
     return capture.saved();
 }
 
+// The colour picker over the gallery, with alpha, as a swatch's click opens it.
+bool savePickerScreenshot(GalleryFrame& frame, const wxString& path) {
+    DialogCapture capture(path);
+    Wx::ColorPicker picker(&frame, String(L"Color Selector: Diffuse"), wxDefaultPosition,
+                           Rgb(0.8f, 0.35f, 0.1f, 1.f), Wx::ColorPicker::DialogType::Normal,
+                           Wx::ColorPicker::ColorFormat::Rgba);
+    picker.ShowModal();
+    return capture.saved();
+}
+
 } // namespace
 
 int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
@@ -130,12 +141,18 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
             ++failures;
         }
     }
-    const wxString dialogPath = wxFileName(directory, "message-dialog", "png").GetFullPath();
-    if (saveDialogScreenshot(frame, dialogPath)) {
-        std::printf("%s\n", dialogPath.utf8_str().data());
-    } else {
-        std::fprintf(stderr, "cannot write %s\n", dialogPath.utf8_str().data());
-        ++failures;
+    const std::pair<const char*, bool (*)(GalleryFrame&, const wxString&)> dialogs[] = {
+        {"message-dialog", &saveDialogScreenshot},
+        {"colour-picker-dialog", &savePickerScreenshot},
+    };
+    for (const auto& [name, save] : dialogs) {
+        const wxString dialogPath = wxFileName(directory, name, "png").GetFullPath();
+        if (save(frame, dialogPath)) {
+            std::printf("%s\n", dialogPath.utf8_str().data());
+        } else {
+            std::fprintf(stderr, "cannot write %s\n", dialogPath.utf8_str().data());
+            ++failures;
+        }
     }
     return failures;
 }

@@ -75,7 +75,10 @@ ColorSlider::~ColorSlider() {
 }
 
 void ColorSlider::setPosition(float position) {
-    m_position = clampPosition(position);
+    const float clamped = clampPosition(position);
+    if (clamped == m_position && m_markerVisible)
+        return; // the picture is already right: a picker refreshing every row repaints less
+    m_position = clamped;
     m_markerVisible = true;
     Refresh(false);
 }

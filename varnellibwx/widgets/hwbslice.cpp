@@ -106,8 +106,12 @@ HwbSlice::~HwbSlice() {
 
 void HwbSlice::setMarker(float hue, float blackness) {
     const float wrapped = std::fmod(hue, 360.f);
-    m_hue = std::isnan(wrapped) ? 0.f : wrapped < 0.f ? wrapped + 360.f : wrapped;
-    m_blackness = std::isnan(blackness) ? 0.f : std::clamp(blackness, 0.f, 1.f);
+    const float clamped = std::isnan(blackness) ? 0.f : std::clamp(blackness, 0.f, 1.f);
+    const float hueNow = std::isnan(wrapped) ? 0.f : wrapped < 0.f ? wrapped + 360.f : wrapped;
+    if (hueNow == m_hue && clamped == m_blackness)
+        return;
+    m_hue = hueNow;
+    m_blackness = clamped;
     Refresh(false);
 }
 
