@@ -1,6 +1,7 @@
 // The colour controls' geometry without a display: slider positions and markers, the HWB field
 // and its pointer, the averaging rows and the sampled square, and the picker colour's entry paths.
 #include <varnellibwx/widgets/colormodel.h>
+#include <varnellibwx/widgets/colorpickerbutton.h>
 #include <varnellibwx/widgets/colorslider.h>
 #include <varnellibwx/widgets/eyedropperbutton.h>
 #include <varnellibwx/widgets/hwbslice.h>
@@ -110,4 +111,14 @@ TEST(PickerColorModel, EachEntryPathKeepsItsOwnFormAndTheAlpha) {
     EXPECT_EQ(color.hwb, (Hwb{200.f, 0.8f, 0.8f, 0.5f}));
     EXPECT_EQ(color.hsv, (Hsv{200.f, 0.f, 0.5f, 0.5f}));
     EXPECT_EQ(color.rgb, (Rgb{0.5f, 0.5f, 0.5f, 0.5f}));
+}
+
+TEST(ColorSwatchModel, StripesShiftEachChannelByThirtyAwayFromItsEnd) {
+    const std::pair<RgbBytes, RgbBytes> cases[] = {
+        {{0, 0, 0}, {30, 30, 30}},
+        {{255, 255, 255}, {225, 225, 225}},
+        {{30, 31, 100}, {60, 1, 70}},
+    };
+    for (const auto& [color, stripe] : cases)
+        EXPECT_EQ(stripeColor(color), stripe);
 }

@@ -110,6 +110,26 @@ ColorPicker::ColorPicker(wxWindow* parent, const String& title, wxPoint position
       m_format(format) {
     SetForegroundColour(kForeground);
     build(color);
+    // Each showing starts as the constructor leaves it: a close without a button confirms.
+    Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+        if (event.IsShown())
+            m_resultMarker = kMarkerConfirm;
+        event.Skip();
+    });
+    // GTK centres a dialog on its parent when it first maps it, whatever position it was given:
+    // the first move it reports puts the dialog back where its creator asked.
+    if (position != wxDefaultPosition)
+        Bind(wxEVT_MOVE, [this, position](wxMoveEvent& event) {
+            event.Skip();
+            if (m_placed || !IsShownOnScreen())
+                return;
+            m_placed = true;
+            if (GetPosition() != position)
+                CallAfter([this, position] {
+                    SetPosition(wxPoint(position.x + 1, position.y)); // past wx's cached place
+                    SetPosition(position);
+                });
+        });
     setSpace(getAccessor().getSpace());
     setRange(getAccessor().getRange());
     setReferenceColor(color);
@@ -177,12 +197,6 @@ void ColorPicker::build(const Rgb& color) {
             cancel();
         else
             event.Skip();
-    });
-    // Each showing starts as the constructor leaves it: a close without a button confirms.
-    Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
-        if (event.IsShown())
-            m_resultMarker = kMarkerConfirm;
-        event.Skip();
     });
 }
 

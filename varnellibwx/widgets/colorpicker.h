@@ -177,6 +177,7 @@ private:
     Function<void()> m_onConfirm;
     Function<void()> m_onClosed;
     int m_resultMarker = 0;
+    bool m_placed = false;
 };
 
 namespace Detail {

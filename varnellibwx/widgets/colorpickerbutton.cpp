@@ -199,13 +199,13 @@ void ColorPickerButton::openPicker() {
         m_committed = m_displayed;
         m_onCommittedChange(m_committed);
     });
+    // Where the user left it, read while it is still on screen.
+    picker->callOnClosed([picker] { lastPosition() = picker->GetPosition(); });
     // The swatch's parent may destroy it, and the picker with it, while the picker is open.
     const wxWeakRef<ColorPicker> alive(picker);
     picker->ShowModal();
-    if (!alive)
-        return;
-    lastPosition() = picker->GetPosition();
-    picker->Destroy();
+    if (alive)
+        picker->Destroy();
 }
 
 Optional<Rgb> ColorPickerButton::clipboardColor() {

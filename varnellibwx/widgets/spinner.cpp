@@ -178,6 +178,7 @@ void Spinner::setValue(float value, bool notify) {
     const Detail::SpinnerText shown =
         Detail::formatSpinnerValue(m_value, m_digits, decimalPointCharacter());
     m_value = Detail::clampSpinnerValue(shown.value, m_minValue, m_maxValue);
+    m_placeholder.reset();
     m_textField->ChangeValue(toWxString(shown.text));
     Refresh(false);
     if (!notify)
@@ -207,6 +208,7 @@ void Spinner::callOnValueChange(Function<void(float)> onValueChange) {
 }
 
 void Spinner::setText(const String& text) {
+    m_placeholder = text;
     m_textField->ChangeValue(toWxString(text));
 }
 
@@ -226,6 +228,9 @@ void Spinner::step() {
 }
 
 void Spinner::commitText() {
+    // A placeholder nobody typed over stays: leaving the field is no edit.
+    if (m_placeholder && toVarnelString(m_textField->GetValue()) == *m_placeholder)
+        return;
     const Optional<float> typed = Detail::parseSpinnerText(toVarnelString(m_textField->GetValue()));
     if (!typed) {
         const float restored =

@@ -72,7 +72,8 @@ public:
     /// empty Optional or NaN falls back to the click speed. An empty function removes it.
     void setClickSpeedOverride(Function<Optional<float>()> clickSpeedOverride);
     void callOnValueChange(Function<void(float)> onValueChange);
-    /// Shows `text` in the field without changing the value (a placeholder such as "mixed").
+    /// Shows `text` in the field without changing the value (a placeholder such as "mixed"). It
+    /// stays through Enter or a focus loss until something else is typed or a value is set.
     void setText(const String& text);
     /// Focuses the text field with all of its text selected.
     void SetFocus() override;
@@ -118,6 +119,7 @@ private:
     Function<int()> m_precision;
     Function<Optional<float>()> m_clickSpeedOverride;
     Function<void(float)> m_onValueChange;
+    Optional<String> m_placeholder; // shown by setText until a value replaces it
     float m_value;
     int m_digits = -1;
     float m_residual = 0.f;

@@ -1,0 +1,186 @@
+// The colour swatch: its stripes as the screen shows them, the picker it opens and where, the
+// drag from one swatch to another with real input, the clipboard, and the format's bytes.
+#include "guitest.h"
+#include "input.h"
+#include "modal.h"
+#include "pixels.h"
+#include "pump.h"
+#include "recorders.h"
+
+#include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/colorpicker.h>
+#include <varnellibwx/widgets/colorpickerbutton.h>
+
+#include <wx/clipbrd.h>
+#include <wx/frame.h>
+#include <wx/uiaction.h>
+
+#include <cstring>
+
+using namespace Varnel;
+using namespace Varnel::Wx;
+using namespace Varnel::Test;
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+// Finishes a gesture from inside the drag's own loop: the drag holds the test's call stack until
+// the button is released, so the pointer's last moves come from a timer.
+class LaterInput : public wxTimer {
+public:
+    LaterInput(const wxWindow& target, wxPoint at) : m_target(target), m_at(at) {}
+    void Notify() override {
+        wxUIActionSimulator simulator;
+        simulator.MouseMove(m_target.ClientToScreen(m_at));
+        wxYield();
+        simulator.MouseMove(m_target.ClientToScreen(m_at + wxPoint(1, 1)));
+        simulator.MouseUp();
+    }
+
+private:
+    const wxWindow& m_target;
+    wxPoint m_at;
+};
+
+class Swatches : public GuiTest {
+protected:
+    ColorPickerButton& make(const wchar_t* title, wxPoint at, const Rgb& color,
+                            bool enabled = true) {
+        auto* swatch = new ColorPickerButton(&parent(), String(title), wxSize(60, 30), enabled);
+        swatch->SetPosition(at);
+        swatch->setColor(color, false);
+        const std::string name = String(title).toUtf8().data();
+        swatch->callOnCommittedChange([this, name](const Rgb& c) {
+            log.record(name + " committed");
+            received = c;
+        });
+        swatch->callOnLiveChange(log.recorder<const Rgb&>(name + " live"));
+        pumpPending();
+        return *swatch;
+    }
+
+    Input input;
+    CallLog log;
+    Rgb received;
+};
+
+} // namespace
+
+TEST_F(Swatches, DisabledSwatchesStripeTheirColour) {
+    const std::pair<Rgb, wxColour> cases[] = {
+        {Rgb(0, 0, 0, 1), wxColour(30, 30, 30)},
+        {Rgb(1, 1, 1, 1), wxColour(225, 225, 225)},
+    };
+    for (const auto& [color, stripe] : cases) {
+        ColorPickerButton& swatch = make(L"locked", {20, 20}, color, false);
+        const wxImage seen = captureOnScreen(swatch);
+        const RgbBytes fill = Wx::Detail::toRgbBytes(color);
+        EXPECT_EQ(pixelAt(seen, 0, 0), *wxBLACK);
+        EXPECT_EQ(pixelAt(seen, 59, 29), *wxBLACK);
+        EXPECT_EQ(pixelAt(seen, 1, 1), stripe);                           // (1 + 1) mod 10 < 5
+        EXPECT_EQ(pixelAt(seen, 4, 1), wxColour(fill.r, fill.g, fill.b)); // 5 mod 10 is not < 5
+        EXPECT_EQ(pixelAt(seen, 12, 7), wxColour(fill.r, fill.g, fill.b));
+        swatch.Enable(true);
+        EXPECT_EQ(countPixels(captureOnScreen(swatch), stripe), 0);
+        swatch.Destroy();
+    }
+}
+
+TEST_F(Swatches, AClickOpensThePickerWhereTheLastOneClosed) {
+    ColorPickerButton& swatch = make(L"Diffuse", {20, 20}, {0.8f, 0.35f, 0.1f, 0.5f});
+    std::vector<wxPoint> openedAt;
+    ModalDriver driver([&](wxDialog& dialog) {
+        auto& picker = dynamic_cast<ColorPicker&>(dialog);
+        EXPECT_EQ(picker.GetTitle(), "Color Selector: Diffuse");
+        EXPECT_EQ(picker.getColor().a, 1.f); // format 0
+        EXPECT_EQ(picker.row(ColorPicker::Row::Alpha), nullptr);
+        openedAt.push_back(picker.GetPosition());
+        picker.Move(wxPoint(130 + 10 * int(openedAt.size()), 90));
+        pumpUntil([&] { return picker.GetPosition().x == 130 + 10 * int(openedAt.size()); });
+        picker.setColor({0.2f, 0.4f, 0.6f, 1.f});
+        picker.button("OK")->doClick(wxPoint(5, 5));
+    });
+    input.click(swatch, wxPoint(30, 15));
+    ASSERT_EQ(driver.entered(), 1);
+    EXPECT_EQ(log.calls(), (Calls{"Diffuse live", "Diffuse committed"})); // "OK" commits
+    EXPECT_EQ(swatch.getColor(), Rgb(0.2f, 0.4f, 0.6f, 1.f));
+    EXPECT_EQ(ColorPickerButton::lastPickerPosition(), wxPoint(140, 90));
+
+    input.click(swatch, wxPoint(30, 15));
+    ASSERT_EQ(openedAt.size(), 2u);
+    EXPECT_EQ(openedAt[1], wxPoint(140, 90));
+}
+
+TEST_F(Swatches, ADragCarriesTheColourExactlyAndNeverOpensThePicker) {
+    const Rgb exact(1.5f, -0.25f, 0.123456789f, 0.3f);
+    ColorPickerButton& source = make(L"source", {20, 20}, exact);
+    ColorPickerButton& target = make(L"target", {200, 20}, {0, 0, 0, 1});
+    ModalDriver driver([](wxDialog& dialog) { dialog.Close(); });
+
+    LaterInput finish(target, wxPoint(30, 15));
+    finish.StartOnce(300);
+    input.press(source, wxPoint(30, 15));
+    input.moveTo(parent(), wxPoint(150, 35)); // leaving the swatch starts the drag
+    ASSERT_TRUE(pumpUntil([&] { return !log.calls().empty(); }));
+    EXPECT_EQ(log.calls(), (Calls{"target committed", "target live"}));
+    EXPECT_EQ(std::memcmp(&received, &exact, sizeof exact), 0);
+    EXPECT_EQ(target.getColor(), exact);
+
+    // Press, leave and come back: the drag ends on the swatch itself, which takes its own colour
+    // again; no click, no picker.
+    log.clear();
+    LaterInput back(source, wxPoint(30, 15));
+    back.StartOnce(300);
+    input.press(source, wxPoint(30, 15));
+    input.moveTo(parent(), wxPoint(150, 35));
+    ASSERT_TRUE(pumpUntil([&] { return !log.calls().empty(); }));
+    EXPECT_EQ(log.calls(), (Calls{"source committed", "source live"}));
+    pumpPending();
+    EXPECT_EQ(driver.entered(), 0);
+}
+
+TEST_F(Swatches, TheClipboardCarriesTheFormatAndHexText) {
+    const Rgb color(0.25f, 2.f, -1.f, 0.75f);
+    ASSERT_TRUE(ColorPickerButton::copyToClipboard(color));
+    EXPECT_EQ(ColorPickerButton::clipboardColor(), color);
+    {
+        wxClipboardLocker locker;
+        wxTheClipboard->SetData(new wxTextDataObject("ff8000"));
+    }
+    EXPECT_EQ(ColorPickerButton::clipboardColor(), Rgb(1.f, 128 * Wx::Detail::kOne255th, 0.f, 1.f));
+    {
+        wxClipboardLocker locker;
+        wxTheClipboard->SetData(new wxTextDataObject("no colour here"));
+    }
+    EXPECT_EQ(ColorPickerButton::clipboardColor(), std::nullopt);
+}
+
+TEST_F(Swatches, TheFormatIsSixteenNativeBytesAndShortDataIsRefused) {
+    EXPECT_EQ(Wx::Detail::RgbDataObject::format().GetId(), "Tamarack-Rgb");
+    const Rgb color(0.1f, -2.f, 1e30f, 0.5f);
+    Wx::Detail::RgbDataObject data(color);
+    EXPECT_EQ(data.GetDataSize(), 16u);
+    float bytes[5] = {};
+    ASSERT_TRUE(data.GetDataHere(bytes));
+    EXPECT_EQ(bytes[0], 0.1f);
+    EXPECT_EQ(bytes[1], -2.f);
+    EXPECT_EQ(bytes[2], 1e30f);
+    EXPECT_EQ(bytes[3], 0.5f);
+
+    const float longer[5] = {1.f, 2.f, 3.f, 4.f, 5.f};
+    EXPECT_TRUE(data.SetData(sizeof longer, longer));
+    EXPECT_EQ(data.color(), Rgb(1.f, 2.f, 3.f, 4.f));
+    const float shorter[2] = {9.f, 9.f};
+    EXPECT_FALSE(data.SetData(sizeof shorter, shorter)); // never read past the end
+    EXPECT_EQ(data.color(), Rgb(1.f, 2.f, 3.f, 4.f));
+}
+
+TEST_F(Swatches, APickerDestroyedWithItsSwatchWhileOpenLeavesNothingBehind) {
+    auto* holder = new wxPanel(&parent(), wxID_ANY, {0, 0}, {300, 100});
+    auto* swatch = new ColorPickerButton(holder, String(L"doomed"), wxSize(60, 30), true);
+    ModalDriver driver([holder](wxDialog&) { delete holder; });
+    swatch->openPicker();
+    EXPECT_EQ(driver.entered(), 1);
+    pumpPending();
+}
