@@ -99,6 +99,16 @@ ColorPickerButton::ColorPickerButton(wxWindow* parent, const String& title, wxSi
 ColorPickerButton::~ColorPickerButton() {
     if (HasCapture())
         ReleaseMouse();
+    // Destroyed while its picker is open (its parent went): the toolkit would delete the picker
+    // with its parent in the middle of the picker's modal loop and then use it. The picker is let
+    // go instead, told nothing more about this swatch, and ended; the loop's caller destroys it.
+    if (m_openPicker) {
+        m_openPicker->callOnLiveChange({});
+        m_openPicker->callOnAddColor({});
+        m_openPicker->callOnConfirm({});
+        RemoveChild(m_openPicker);
+        m_openPicker->EndModal(wxID_CANCEL);
+    }
 }
 
 void ColorPickerButton::setColor(const Rgb& color, bool notify) {
@@ -201,11 +211,13 @@ void ColorPickerButton::openPicker() {
     });
     // Where the user left it, read while it is still on screen.
     picker->callOnClosed([picker] { lastPosition() = picker->GetPosition(); });
-    // The swatch's parent may destroy it, and the picker with it, while the picker is open.
-    const wxWeakRef<ColorPicker> alive(picker);
+    const wxWeakRef<ColorPickerButton> self(this);
+    m_openPicker = picker;
     picker->ShowModal();
-    if (alive)
-        picker->Destroy();
+    // The swatch may have been destroyed while the picker was open; it let the picker go.
+    if (self)
+        m_openPicker = nullptr;
+    picker->Destroy();
 }
 
 Optional<Rgb> ColorPickerButton::clipboardColor() {

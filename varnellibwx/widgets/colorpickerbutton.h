@@ -12,6 +12,8 @@
 
 namespace Varnel::Wx {
 
+class ColorPicker;
+
 /// The colour swatch a host puts in its forms. It paints its colour inside a black frame (with
 /// diagonal stripes while disabled), opens the colour picker on a click (a press and a release
 /// inside), and exchanges colours by drag-and-drop with other swatches: pressing and leaving it
@@ -75,6 +77,7 @@ private:
     bool m_enabled;
     Function<void(const Rgb&)> m_onLiveChange;
     Function<void(const Rgb&)> m_onCommittedChange;
+    ColorPicker* m_openPicker = nullptr; // while its modal loop runs
 };
 
 namespace Detail {
