@@ -14,14 +14,17 @@ const wxColour kOutline(105, 105, 105);
 ColorDisplay::ColorDisplay(wxWindow* parent, int id, wxSize size, const Rgb& color)
     : wxPanel(parent, id, wxDefaultPosition, scaleByDpi(size), wxBORDER_NONE), m_color(color) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    SetOwnFont(GetFont()); // paint contexts copy it: no style lookup on every paint
     Bind(wxEVT_PAINT, &ColorDisplay::onPaint, this);
 }
 
 ColorDisplay::~ColorDisplay() = default;
 
 void ColorDisplay::setColor(const Rgb& color) {
+    const bool looksTheSame = Detail::toRgbBytes(color) == Detail::toRgbBytes(m_color);
     m_color = color;
-    Refresh(false);
+    if (!looksTheSame)
+        Refresh(false);
 }
 
 void ColorDisplay::paint(wxDC& dc, wxSize size) const {

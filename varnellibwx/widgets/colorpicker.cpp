@@ -109,6 +109,7 @@ ColorPicker::ColorPicker(wxWindow* parent, const String& title, wxPoint position
                    (type == DialogType::Floating ? wxFRAME_FLOAT_ON_PARENT : 0)),
       m_format(format) {
     SetForegroundColour(kForeground);
+    SetOwnFont(GetFont()); // paint contexts copy it: no style lookup on every paint
     build(color);
     // Each showing starts as the constructor leaves it: a close without a button confirms.
     Bind(wxEVT_SHOW, [this](wxShowEvent& event) {

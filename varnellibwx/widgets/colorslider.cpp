@@ -54,6 +54,9 @@ ColorSlider::ColorSlider(wxWindow* parent, int id, wxSize size, SharedPtr<Gradie
     : wxPanel(parent, id, wxDefaultPosition, scaleByDpi(size), wxTAB_TRAVERSAL | wxBORDER_NONE),
       m_gradient(std::move(gradient)), m_vertical(size.x < size.y) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    // A paint context takes the window's font; without one of its own, the window would ask the
+    // toolkit's style for it on every paint.
+    SetOwnFont(GetFont());
     Bind(wxEVT_PAINT, &ColorSlider::onPaint, this);
     Bind(wxEVT_ERASE_BACKGROUND, [](wxEraseEvent&) {});
     // A quick second press comes as a double click: it presses all the same.
@@ -154,8 +157,10 @@ void ColorSlider::onPaint(wxPaintEvent&) {
 
 void ColorSlider::report(float position) {
     setPosition(position);
-    Update();
+    // The owner's answer (a picker refreshing every row) is invalidated first, so that one pass
+    // repaints it all together with the marker.
     m_onChange(m_position);
+    Update();
 }
 
 void ColorSlider::moveTo(wxPoint pointer) {

@@ -40,7 +40,10 @@ HexColorEdit::HexColorEdit(wxWindow* parent, int id, const String& label, int la
 HexColorEdit::~HexColorEdit() = default;
 
 void HexColorEdit::setColor(const Rgb& color) {
-    m_shown = Detail::formatHexColor(color);
+    const String shown = Detail::formatHexColor(color);
+    if (shown == m_shown && m_field->GetValue() == toWxString(shown))
+        return;
+    m_shown = shown;
     m_field->ChangeValue(toWxString(m_shown));
 }
 

@@ -88,6 +88,7 @@ constexpr int kMarkerShape[5][2] = {{0, -5}, {5, -1}, {3, 4}, {-3, 4}, {-5, -1}}
 HwbSlice::HwbSlice(wxWindow* parent, int id, wxSize size)
     : wxPanel(parent, id, wxDefaultPosition, scaleByDpi(size), wxTAB_TRAVERSAL | wxBORDER_NONE) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    SetOwnFont(GetFont()); // paint contexts copy it: no style lookup on every paint
     Bind(wxEVT_PAINT, &HwbSlice::onPaint, this);
     Bind(wxEVT_ERASE_BACKGROUND, [](wxEraseEvent&) {});
     // A quick second press comes as a double click: it presses all the same.
@@ -141,8 +142,8 @@ void HwbSlice::onPaint(wxPaintEvent&) {
 
 void HwbSlice::report(float hue, float blackness) {
     setMarker(hue, blackness);
+    m_onChange(m_hue, m_blackness); // invalidates the owner's controls before the one repaint
     Update();
-    m_onChange(m_hue, m_blackness);
 }
 
 void HwbSlice::onLeftDown(wxMouseEvent& event) {

@@ -19,6 +19,9 @@ const wxColour kShadowMiddle(85, 85, 85);
 RawaBorder::RawaBorder(wxWindow* parent, int id, const wxString& name, Flags<RawaBorderState> state)
     : wxPanel(parent, id, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name), m_state(state) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
+    // A paint context takes the window's font; made the window's own, the toolkit's style is
+    // asked for it once rather than on every paint.
+    SetOwnFont(GetFont());
     Bind(wxEVT_PAINT, &RawaBorder::onPaint, this);
     Bind(wxEVT_ENTER_WINDOW, &RawaBorder::onEnter, this);
     Bind(wxEVT_LEAVE_WINDOW, &RawaBorder::onLeave, this);

@@ -178,9 +178,14 @@ void Spinner::setValue(float value, bool notify) {
     const Detail::SpinnerText shown =
         Detail::formatSpinnerValue(m_value, m_digits, decimalPointCharacter());
     m_value = Detail::clampSpinnerValue(shown.value, m_minValue, m_maxValue);
-    m_placeholder.reset();
-    m_textField->ChangeValue(toWxString(shown.text));
-    Refresh(false);
+    // The same text again changes nothing a user can see: a picker refreshing all its rows on
+    // every motion of a drag would otherwise redraw every field.
+    const wxString text = toWxString(shown.text);
+    if (m_placeholder || m_textField->GetValue() != text) {
+        m_placeholder.reset();
+        m_textField->ChangeValue(text);
+        Refresh(false);
+    }
     if (!notify)
         return;
     wxSpinDoubleEvent event(wxEVT_SPINCTRLDOUBLE, GetId(), m_value);
