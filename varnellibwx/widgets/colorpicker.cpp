@@ -21,6 +21,7 @@
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace Varnel::Wx {
@@ -47,6 +48,7 @@ constexpr int kMarkerCancel = 0;
 constexpr int kLabelWidth = 70;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
+constexpr int kRadioIndicator = 24; // GTK's circle and the gap after it
 constexpr int kGap = 6;
 constexpr float kFullCircle = 360.f;
 const wxSize kRowSlider(200, 14);
@@ -264,6 +266,12 @@ wxSizer* ColorPicker::buildSettings() {
         auto* radio = new wxRadioButton(this, wxID_ANY, kRangeLabels[i], wxDefaultPosition,
                                         wxDefaultSize, i == 0 ? wxRB_GROUP : 0);
         radio->SetFont(setupStaticTextFont(radio->GetFont(), {}));
+        // GTK reports the size for the old font until it restyles; the indicator, its gap and
+        // the label at the new one.
+        const wxSize text = radio->GetTextExtent(kRangeLabels[i]);
+        const wxSize reported = radio->GetBestSize();
+        radio->SetMinSize(wxSize(std::max(reported.x, text.x + scaleByDpi(kRadioIndicator)),
+                                 std::max({reported.y, text.y, scaleByDpi(kRadioIndicator - 6)})));
         radio->Bind(wxEVT_RADIOBUTTON, [this, i](wxCommandEvent&) { setRange(Range(i)); });
         new Tooltip(radio, String(kRangeHelp));
         settings->Add(radio, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, scaleByDpi(kGap));
