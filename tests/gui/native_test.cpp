@@ -2,6 +2,7 @@
 // window owns which, and the file choosers.
 #include "guitest.h"
 #include "input.h"
+#include "modal.h"
 #include "pump.h"
 
 #include <varnellib/native/filedialog.h>
@@ -134,48 +135,12 @@ TEST_F(Native, ADisabledWindowTakesNoClicksUntilTheDisablerGoes) {
 
 namespace {
 
-// Answers the file chooser that the code under test opens, as the user would, through
-// wxWidgets' modal dialog hook (the chooser is not shown), and notes what it would have shown.
-class ChooserAnswer : public wxModalDialogHook {
-public:
-    explicit ChooserAnswer(wxString path = {}) : m_path(std::move(path)) { Register(); }
-    ~ChooserAnswer() override { Unregister(); }
-
-    bool seen = false;
-    wxString title, wildcard, directory, filename;
-    long style = 0;
-
-private:
-    int Enter(wxDialog* dialog) override {
-        auto* chooser = dynamic_cast<wxFileDialog*>(dialog);
-        if (!chooser)
-            return wxID_NONE;
-        seen = true;
-        title = chooser->GetMessage();
-        wildcard = chooser->GetWildcard();
-        directory = chooser->GetDirectory();
-        filename = chooser->GetFilename();
-        style = chooser->GetWindowStyle();
-        // Once the chooser runs, press its Cancel or Save button the way GTK reports a click.
-        chooser->CallAfter([chooser, path = m_path] {
-            if (!path.empty())
-                chooser->SetPath(path);
-            gtk_dialog_response(GTK_DIALOG(chooser->GetHandle()),
-                                path.empty() ? GTK_RESPONSE_CANCEL : GTK_RESPONSE_ACCEPT);
-        });
-        return wxID_NONE;
-    }
-    void Exit(wxDialog*) override {}
-
-    wxString m_path; // empty: cancel
-};
-
 const String kFilter(L"Photoshop curve files (*.acv)|*.acv");
 
 } // namespace
 
 TEST_F(Native, FileChoosersShowTheirArgumentsAndCancelToAnEmptyPath) {
-    ChooserAnswer answer;
+    FileChooserAnswer answer;
     const Io::Path chosen = filenameOpenDlg(handleOf(parent()), String(L"Select file"), kFilter,
                                             Io::Path(String(L"/tmp/curves.acv")));
     ASSERT_TRUE(answer.seen);
@@ -188,7 +153,7 @@ TEST_F(Native, FileChoosersShowTheirArgumentsAndCancelToAnEmptyPath) {
 
 TEST_F(Native, TheSaveChooserAsksBeforeOverwritingOnlyWithFlagOne) {
     for (uint32 raw : {0u, 1u}) {
-        ChooserAnswer answer("/tmp/varnel-saved.acv");
+        FileChooserAnswer answer("/tmp/varnel-saved.acv");
         const Io::Path chosen =
             filenameSaveDlg(handleOf(parent()), String(L"Save as"), kFilter,
                             Flags<FileSelect>::fromRaw(raw), Io::Path(String(L"/tmp/old.acv")));

@@ -1,7 +1,9 @@
 #include "modal.h"
 
 #include <gtest/gtest.h>
+#include <gtk/gtk.h>
 #include <wx/dialog.h>
+#include <wx/filedlg.h>
 
 namespace Varnel::Test {
 
@@ -56,6 +58,56 @@ void ModalDriver::poll() {
     m_stepped = true;
     if (m_step)
         m_step(*m_dialog);
+}
+
+FileChooserAnswer::FileChooserAnswer(wxString path) : m_path(std::move(path)) {
+    Register();
+}
+
+FileChooserAnswer::~FileChooserAnswer() {
+    Stop();
+    Unregister();
+}
+
+int FileChooserAnswer::Enter(wxDialog* dialog) {
+    auto* chooser = dynamic_cast<wxFileDialog*>(dialog);
+    if (!chooser)
+        return wxID_NONE;
+    seen = true;
+    title = chooser->GetMessage();
+    wildcard = chooser->GetWildcard();
+    directory = chooser->GetDirectory();
+    filename = chooser->GetFilename();
+    style = chooser->GetWindowStyle();
+    m_chooser = chooser;
+    m_ticks = 0;
+    Start(kPollMs);
+    return wxID_NONE;
+}
+
+void FileChooserAnswer::Exit(wxDialog* dialog) {
+    if (dialog == m_chooser) {
+        Stop();
+        m_chooser = nullptr;
+    }
+}
+
+// Presses the chooser's Cancel or Open/Save button the way GTK reports a click: a chooser loads
+// its folder in the background, so the chosen path is given a few ticks to show.
+void FileChooserAnswer::Notify() {
+    auto* chooser = static_cast<wxFileDialog*>(m_chooser);
+    if (!chooser)
+        return;
+    constexpr int kTicksForTheFolder = 50;
+    if (!m_path.empty()) {
+        if (m_ticks == 0)
+            chooser->SetPath(m_path);
+        if (chooser->GetPath() != m_path && ++m_ticks < kTicksForTheFolder)
+            return;
+    }
+    Stop();
+    gtk_dialog_response(GTK_DIALOG(chooser->GetHandle()),
+                        m_path.empty() ? GTK_RESPONSE_CANCEL : GTK_RESPONSE_ACCEPT);
 }
 
 } // namespace Varnel::Test

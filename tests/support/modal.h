@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/modalhook.h>
+#include <wx/string.h>
 #include <wx/timer.h>
 
 #include <chrono>
@@ -52,6 +53,30 @@ private:
     int m_entered = 0;
     int m_lastResult = wxID_NONE;
     bool m_stepped = false;
+};
+
+/// Answers the file chooser that the code under test opens, as the user would: once the chooser
+/// runs (and, for an existing file, once it shows it selected), its Save/Open button with `path`
+/// chosen, or Cancel when `path` is empty. Notes what the chooser showed.
+class FileChooserAnswer : public wxModalDialogHook, private wxTimer {
+public:
+    explicit FileChooserAnswer(wxString path = {});
+    ~FileChooserAnswer() override;
+
+    bool seen = false;
+    wxString title, wildcard, directory, filename;
+    long style = 0;
+
+protected:
+    int Enter(wxDialog* dialog) override;
+    void Exit(wxDialog* dialog) override;
+
+private:
+    void Notify() override;
+
+    wxString m_path;
+    wxDialog* m_chooser = nullptr;
+    int m_ticks = 0;
 };
 
 } // namespace Varnel::Test

@@ -181,3 +181,28 @@ TEST(CurvePanelModel, HistogramColumnsStayDefinedForShortAndEmptyData) {
     }
     EXPECT_STREQ(curveChannelName(CurveChannel::Green), L"Green");
 }
+
+TEST(CurvePanelModel, KeysChooseMoveWithinTheBandAndRemoveInteriorPoints) {
+    CurvePanelModel m = model({{0.f, 0.f}, {0.5f, 0.5f}, {0.52f, 0.6f}, {1.f, 1.f}});
+    const std::pair<int, int> tabs[] = {{1, 0}, {1, 1}, {-1, 0}, {-1, 3}, {1, 0}};
+    for (const auto& [direction, chosen] : tabs) {
+        m.selectKeyPoint(direction);
+        EXPECT_EQ(m.keyPoint, chosen) << direction;
+    }
+    m.selectKeyPoint(1); // point 1, between 0 and 0.52
+    ASSERT_TRUE(m.moveKeyPoint(0, -10));
+    EXPECT_EQ(m.selectedCurve().points()[1].x, 0.5f); // the untouched coordinate stays exact
+    ASSERT_TRUE(m.moveKeyPoint(50, 0));               // stops 0.01 short of its neighbour
+    EXPECT_EQ(m.selectedCurve().points()[1].x, 0.52f - 0.01f);
+    EXPECT_FALSE(m.moveKeyPoint(50, 0));
+    m.keyPoint = 3;
+    ASSERT_TRUE(m.moveKeyPoint(0, 500)); // inside the plot
+    EXPECT_EQ(m.selectedCurve().points()[3].y, 0.f);
+    EXPECT_FALSE(m.removeKeyPoint()); // an end point stays
+    m.keyPoint = 2;
+    EXPECT_TRUE(m.removeKeyPoint());
+    EXPECT_EQ(m.keyPoint, 1);
+    EXPECT_EQ(m.selectedCurve().points().size(), 3);
+    m.keyPoint = 9; // out of date after an outside change: nothing moves
+    EXPECT_FALSE(m.moveKeyPoint(1, 1));
+}

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace Varnel::Wx {
@@ -196,6 +197,47 @@ bool CurvePanelModel::removeAt(wxPoint position) {
     return true;
 }
 
+void CurvePanelModel::selectKeyPoint(int direction) {
+    const int count = selectedCurve().points().size();
+    if (count == 0) {
+        keyPoint.reset();
+        return;
+    }
+    if (!keyPoint || *keyPoint >= count)
+        keyPoint = direction > 0 ? 0 : count - 1;
+    else
+        keyPoint = (*keyPoint + direction + count) % count;
+}
+
+bool CurvePanelModel::moveKeyPoint(int dx, int dy) {
+    Stack<CurvePoint>& points = selectedCurve().points();
+    if (!keyPoint || *keyPoint >= points.size())
+        return false;
+    const int i = *keyPoint;
+    const CurvePoint from = points[i];
+    const CurvePoint moved = toCurve(clampToPlot(toPixel(from) + wxPoint(dx, dy)));
+    // A coordinate the key did not move stays exactly where it was.
+    CurvePoint at{dx != 0 ? moved.x : from.x, dy != 0 ? moved.y : from.y};
+    const float low = i > 0 ? points[i - 1].x + kMinGap : -std::numeric_limits<float>::infinity();
+    const float high =
+        i < points.size() - 1 ? points[i + 1].x - kMinGap : std::numeric_limits<float>::infinity();
+    if (low <= high)
+        at.x = std::clamp(at.x, low, high);
+    if (at == from)
+        return false;
+    points[i] = at;
+    return true;
+}
+
+bool CurvePanelModel::removeKeyPoint() {
+    Stack<CurvePoint>& points = selectedCurve().points();
+    if (!keyPoint || *keyPoint <= 0 || *keyPoint >= points.size() - 1)
+        return false;
+    points.erase(*keyPoint);
+    keyPoint = *keyPoint - 1;
+    return true;
+}
+
 void CurvePanelModel::zoomBy(int rotation) {
     zoom = std::clamp(zoom * (rotation > 0 ? kZoomIn : kZoomOut), kMinZoom, kMaxZoom);
 }
@@ -232,6 +274,7 @@ public:
         if (!std::isfinite(value))
             return;
         value = std::max(value, 0.f);
+        m_panel.m_gestureStart = model.curves; // a pick is one edit, like a drag
         if (model.press(model.toPixel({value, model.selectedCurve()(value)})))
             m_panel.report({model.selectedChannel});
         m_last = pixel;
@@ -240,6 +283,7 @@ public:
     void stopPicking() override {
         if (m_panel.m_model.dragging)
             m_panel.m_model.release();
+        m_panel.finishGesture();
     }
 
     void movePicking(Pixel pixel) override {
@@ -263,7 +307,9 @@ private:
 
 CurvePanel::CurvePanel(wxWindow* parent, const GuiSkin& skin, wxSize size, ColorCurve curves,
                        SharedPtr<ICurvePanelCallbacks> callbacks)
-    : wxPanel(parent, wxID_ANY, wxDefaultPosition, size, wxTAB_TRAVERSAL | wxBORDER_NONE),
+    // Tab and the arrows edit points, so the panel asks for every key.
+    : wxPanel(parent, wxID_ANY, wxDefaultPosition, size,
+              wxTAB_TRAVERSAL | wxWANTS_CHARS | wxBORDER_NONE),
       m_histogramTimer(this, kHistogramTimer), m_callbacks(std::move(callbacks)),
       m_notifyTimer(this, kNotifyTimer), m_skin(skin) {
     m_model.curves = std::move(curves);
@@ -284,6 +330,7 @@ CurvePanel::CurvePanel(wxWindow* parent, const GuiSkin& skin, wxSize size, Color
     Bind(wxEVT_MOUSEWHEEL, &CurvePanel::onWheel, this);
     Bind(wxEVT_TIMER, &CurvePanel::onTimer, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &CurvePanel::onCaptureLost, this);
+    Bind(wxEVT_KEY_DOWN, &CurvePanel::onKeyDown, this);
 }
 
 CurvePanel::~CurvePanel() {
@@ -324,6 +371,7 @@ void CurvePanel::setHistogramType(HistogramType type) {
 void CurvePanel::setSelectedCurve(CurveChannel channel) {
     curveChannelName(channel); // a channel outside the four is a programming error
     m_model.selectedChannel = channel;
+    m_model.keyPoint.reset();
     Refresh(false);
 }
 
@@ -513,9 +561,19 @@ void CurvePanel::paintPoints(wxDC& dc) const {
     };
     dc.SetPen(wxPen(*wxBLACK, 1, wxPENSTYLE_SHORT_DASH));
     dc.SetBrush(*wxWHITE_BRUSH);
-    for (const CurvePoint& point : m_model.selectedCurve().points())
-        if (const wxPoint centre = m_model.toPixel(point); visible(centre))
-            dc.DrawCircle(centre, kPointRadius);
+    const Stack<CurvePoint>& points = m_model.selectedCurve().points();
+    for (int i = 0; i < points.size(); ++i) {
+        const wxPoint centre = m_model.toPixel(points[i]);
+        if (!visible(centre))
+            continue;
+        // The keyboard's point is filled with the skin's highlight.
+        const bool chosen = m_model.keyPoint == i;
+        if (chosen)
+            dc.SetBrush(wxBrush(toWxColour(m_skin.toggledBackground)));
+        dc.DrawCircle(centre, kPointRadius);
+        if (chosen)
+            dc.SetBrush(*wxWHITE_BRUSH);
+    }
     if (!m_model.dragging && m_hoverPoint) {
         const float x = m_hoverPoint->x;
         const wxPoint centre = m_model.toPixel({x, m_model.selectedCurve()(x)});
@@ -535,10 +593,12 @@ void CurvePanel::onPaint(wxPaintEvent&) {
 }
 
 void CurvePanel::onLeftDown(wxMouseEvent& event) {
+    m_gestureStart = m_model.curves;
     if (m_model.press(m_model.clampToPlot(event.GetPosition())))
         report({m_model.selectedChannel});
     if (!HasCapture())
         CaptureMouse();
+    SetFocus(); // the keys edit what the mouse last touched
 }
 
 void CurvePanel::onLeftUp(wxMouseEvent&) {
@@ -546,11 +606,59 @@ void CurvePanel::onLeftUp(wxMouseEvent&) {
         m_model.release();
     if (HasCapture())
         ReleaseMouse();
+    finishGesture();
+}
+
+void CurvePanel::finishGesture() {
+    if (!m_gestureStart)
+        return;
+    const ColorCurve before = std::move(*m_gestureStart);
+    m_gestureStart.reset();
+    if (before != m_model.curves)
+        m_onEditFinished(before);
 }
 
 void CurvePanel::onRightUp(wxMouseEvent& event) {
-    if (m_model.removeAt(event.GetPosition()))
+    const ColorCurve before = m_model.curves;
+    if (m_model.removeAt(event.GetPosition())) {
         report({m_model.selectedChannel});
+        m_onEditFinished(before);
+    }
+}
+
+void CurvePanel::onKeyDown(wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const int step = event.ShiftDown() ? 10 : 1;
+    const ColorCurve before = m_model.curves;
+    bool changed = false;
+    switch (key) {
+    case WXK_TAB:
+        m_model.selectKeyPoint(event.ShiftDown() ? -1 : 1);
+        Refresh(false);
+        return;
+    case WXK_LEFT:
+        changed = m_model.moveKeyPoint(-step, 0);
+        break;
+    case WXK_RIGHT:
+        changed = m_model.moveKeyPoint(step, 0);
+        break;
+    case WXK_UP:
+        changed = m_model.moveKeyPoint(0, -step);
+        break;
+    case WXK_DOWN:
+        changed = m_model.moveKeyPoint(0, step);
+        break;
+    case WXK_DELETE:
+        changed = m_model.removeKeyPoint();
+        break;
+    default:
+        event.Skip();
+        return;
+    }
+    if (!changed)
+        return;
+    report({m_model.selectedChannel});
+    m_onEditFinished(before);
 }
 
 void CurvePanel::onMotion(wxMouseEvent& event) {
@@ -584,6 +692,7 @@ void CurvePanel::onCaptureLost(wxMouseCaptureLostEvent&) {
     // The capture is gone already; only the drag ends.
     if (m_model.dragging)
         m_model.release();
+    finishGesture();
 }
 
 namespace Detail {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <varnellib/base/function.h>
 #include <varnellib/base/optional.h>
 #include <varnellib/base/pointers.h>
 #include <varnellib/color/color.h>
@@ -106,6 +107,18 @@ public:
     /// Erases the interior point under `position`; the end points are never removed. Returns
     /// whether one was.
     bool removeAt(wxPoint position);
+
+    /// The point the keyboard edits (Tab and Shift+Tab choose it), if any.
+    Optional<int> keyPoint;
+    /// Tab: the next point of the selected curve (`direction` 1) or the previous one (-1),
+    /// wrapping; the first (or last) when none was chosen.
+    void selectKeyPoint(int direction);
+    /// Moves the keyboard's point by whole pixels, kept inside the plot and, as a drag keeps it,
+    /// at least kMinGap away from its neighbours (here it stops there rather than leaving the
+    /// curve). True when it moved.
+    bool moveKeyPoint(int dx, int dy);
+    /// Removes the keyboard's point when it is an interior one; the previous point is chosen.
+    bool removeKeyPoint();
     /// One wheel step: in for a positive rotation, out otherwise, within [kMinZoom, kMaxZoom].
     void zoomBy(int rotation);
 
@@ -136,6 +149,11 @@ public:
     void setSelectedCurve(CurveChannel channel);
     /// Asks the callbacks for the histogram of the shown range and repaints.
     void updateHistogram();
+    /// Called after each finished edit of the user's (a drag from press to release, a removal,
+    /// a key's edit) with the curves as they were before it: one step for an undo history.
+    void callOnEditFinished(Function<void(const ColorCurve& before)> onEditFinished) {
+        m_onEditFinished = std::move(onEditFinished);
+    }
 
     const CurvePanelModel& model() const { return m_model; }
     float zoom() const { return m_model.zoom; }
@@ -163,6 +181,8 @@ private:
     void onWheel(wxMouseEvent& event);
     void onTimer(wxTimerEvent& event);
     void onCaptureLost(wxMouseCaptureLostEvent& event);
+    void onKeyDown(wxKeyEvent& event);
+    void finishGesture();
     /// Everything below the selected curve: background, plot, histogram, grid, diagonal and the
     /// other channels' curves.
     void paintBackdrop(wxDC& dc) const;
@@ -196,6 +216,8 @@ private:
     GuiSkin m_skin;
     uint64 m_histogramVersion = 0;
     mutable Backdrop m_backdrop;
+    Function<void(const ColorCurve&)> m_onEditFinished;
+    Optional<ColorCurve> m_gestureStart; // the curves when the current press began
 };
 
 namespace Detail {

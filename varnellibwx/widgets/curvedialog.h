@@ -1,0 +1,113 @@
+#pragma once
+
+#include <varnellib/base/pointers.h>
+#include <varnellib/base/string.h>
+#include <varnellib/utility/colorcurve.h>
+#include <varnellibwx/export.h>
+#include <varnellibwx/guiskin.h>
+#include <varnellibwx/widgets/curvepanel.h>
+
+#include <wx/bitmap.h>
+#include <wx/frame.h>
+
+#include <deque>
+
+namespace Varnel::Wx {
+
+class Button;
+class ComboBox;
+
+/// What a host gives a curve dialog: the panel's five operations (slots 1 to 5, the same object
+/// serves the panel) and the dialog's own, in slot order. All are called on the interface thread.
+class VARNEL_LIBWX_EXPORT ICurveDialogCallbacks : public ICurvePanelCallbacks {
+public:
+    /// Slot 6, asked once while the dialog is built: a picture for the "Pick" toggle, shown left
+    /// of its label. An empty bitmap (the default) leaves the label alone.
+    virtual wxBitmap getPickBitmap() { return wxNullBitmap; }
+    /// Slot 7, never called by the dialog: whether the host routes its image's pointer to the
+    /// controller while "Pick" is down, for code that opens the dialog and wants to know before.
+    /// True unless the host says otherwise.
+    virtual bool canPick() { return true; }
+    /// Slot 8: where to place the new dialog.
+    virtual wxPoint getInitialPosition(wxWindow* dialog) = 0;
+    /// Slot 9: the dialog's position when it is destroyed, to open the next one there.
+    virtual void storePosition(wxPoint position) = 0;
+    /// Slot 10: the dialog once built, and each dropdown list of its combo boxes as it opens.
+    virtual void onWindowOpened(wxWindow* window) = 0;
+    /// Slot 11: each dropdown list as it closes, and the dialog from its destructor.
+    virtual void onWindowClosed(wxWindow* window) = 0;
+};
+
+/// A floating, resizable tool window around a CurvePanel: the channel choice with "Reset" and
+/// "Reset All", the histogram choice with "Equalize", the interpolation choice, "Load" and
+/// "Save" of Photoshop curve files, and the "Pick" toggle with which the user edits the selected
+/// curve by pointing into the host's image (the host routes its pointer to getController while
+/// isPicking).
+///
+/// Every finished edit is one step of a bounded history (kUndoSteps): a drag from press to
+/// release, a removal, a keyboard edit, "Reset", "Reset All", "Equalize", a load and an
+/// interpolation change. Ctrl+Z undoes, Ctrl+Shift+Z and Ctrl+Y redo; both give the curves back
+/// through the panel, which reports all four channels so that the host follows.
+///
+/// Closing the frame hides and destroys it; the destructor tells the host through
+/// onWindowClosed(this), then storePosition, then lets the callbacks go. The host may destroy
+/// the dialog at any time, from its callbacks too (the destruction waits for the next idle
+/// time, as wxWidgets' Destroy does). Owned by itself.
+class VARNEL_LIBWX_EXPORT CurveDialog : public wxFrame {
+public:
+    static constexpr int kUndoSteps = 100;
+
+    CurveDialog(wxWindow* parent, const GuiSkin& skin, const String& title,
+                const ColorCurve& curves, SharedPtr<ICurveDialogCallbacks> callbacks);
+    ~CurveDialog() override;
+
+    /// Gives the panel all four curves, reported.
+    void setCurves(ColorCurve curves);
+    void updateHistogram();
+    AutoPtr<ICurvePanelController> getController() const;
+    bool isPicking() const;
+    /// Enables or disables the histogram choice and "Equalize", then repaints.
+    void enableHistogramControls(bool enable);
+
+    /// One step back or forward in the history of edits; false when there is none.
+    bool undo();
+    bool redo();
+    bool canUndo() const { return !m_undo.empty(); }
+    bool canRedo() const { return !m_redo.empty(); }
+
+    CurvePanel* panel() const { return m_panel; }
+    ComboBox* channelChoice() const { return m_channel; }
+    ComboBox* histogramChoice() const { return m_histogram; }
+    ComboBox* interpolationChoice() const { return m_interpolation; }
+    Button* pickButton() const { return m_pick; }
+    /// The buttons by label ("Reset", "Equalize", "Load", "Save"), for hosts and tests.
+    Button* button(const wxString& label) const;
+    /// The dropdown button's "Reset All", as its menu item runs it.
+    void resetAll();
+    void equalize();
+    void load();
+    void save();
+
+private:
+    void build(const GuiSkin& skin, const ColorCurve& curves);
+    ComboBox* addChoice(wxWindow* parent, const std::initializer_list<const wchar_t*>& labels,
+                        int selected, Function<void(int)> onSelect);
+    /// Remembers the curves before an edit as one step; a new edit forgets what was undone.
+    void remember(const ColorCurve& before);
+    void onResize(wxSizeEvent& event);
+    void onClose(wxCloseEvent& event);
+    void onKey(wxKeyEvent& event);
+
+    CurvePanel* m_panel = nullptr;
+    ComboBox* m_channel = nullptr;
+    ComboBox* m_histogram = nullptr;
+    ComboBox* m_interpolation = nullptr;
+    Button* m_equalize = nullptr;
+    Button* m_pick = nullptr;
+    SharedPtr<ICurveDialogCallbacks> m_callbacks;
+    wxSize m_sizeDifference;
+    std::deque<ColorCurve> m_undo;
+    std::deque<ColorCurve> m_redo;
+};
+
+} // namespace Varnel::Wx
