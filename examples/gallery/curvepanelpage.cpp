@@ -4,12 +4,15 @@
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
 #include <varnellibwx/widgets/autosizedbutton.h>
+#include <varnellibwx/widgets/curvedialog.h>
 #include <varnellibwx/widgets/curvepanel.h>
 #include <varnellibwx/widgets/textctrl.h>
 
+#include <wx/dcclient.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <vector>
@@ -23,8 +26,9 @@ constexpr int kPanelSide = 300;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
 
-/// The page's image and its histograms: the owner a host would be.
-class ImageOwner : public Wx::ICurvePanelCallbacks {
+/// The page's image and its histograms: the owner a host would be, for the page's panel and for
+/// the curve dialogs the page opens.
+class ImageOwner : public Wx::ICurveDialogCallbacks {
 public:
     explicit ImageOwner(Wx::TextCtrl* log) : m_log(log) {
         // A warm-to-cool diagonal gradient with a brighter disc and some noise, so that the three
@@ -68,6 +72,30 @@ public:
                                            Wx::curveChannelName(channel), curve.points().size()));
     }
     int getChangeNotificationDelay() override { return 200; }
+    wxPoint getInitialPosition(wxWindow*) override { return m_lastPosition; }
+    void storePosition(wxPoint position) override { m_lastPosition = position; }
+    void onWindowOpened(wxWindow* window) override {
+        m_log->appendText(dynamic_cast<Wx::CurveDialog*>(window) ? "dialog opened\n"
+                                                                 : "list opened\n");
+    }
+    void onWindowClosed(wxWindow* window) override {
+        m_log->appendText(dynamic_cast<Wx::CurveDialog*>(window) ? "dialog closed\n"
+                                                                 : "list closed\n");
+    }
+
+    /// The image as a display shows it (gamma 2.2).
+    wxBitmap bitmap() const {
+        wxImage image(kImageSide, kImageSide);
+        unsigned char* data = image.GetData();
+        for (const Rgb& pixel : m_pixels)
+            for (const float lane : {pixel.r, pixel.g, pixel.b})
+                *data++ = static_cast<unsigned char>(
+                    255.f * std::pow(std::clamp(lane, 0.f, 1.f), 1.f / 2.2f) + 0.5f);
+        return wxBitmap(image);
+    }
+
+    wxWeakRef<Wx::CurveDialog> dialog;
+    AutoPtr<Wx::ICurvePanelController> picking; // while a press on the image picks
 
 private:
     static float valueOf(const Rgb& pixel, CurveChannel channel) {
@@ -86,7 +114,38 @@ private:
 
     std::vector<Rgb> m_pixels;
     Wx::TextCtrl* m_log;
+    wxPoint m_lastPosition = wxDefaultPosition;
 };
+
+/// The image the curves apply to: while a curve dialog's "Pick" is down, presses and moves on it
+/// go to the dialog's controller.
+wxWindow* imageView(wxWindow* parent, const SharedPtr<ImageOwner>& owner) {
+    auto* view = new wxPanel(parent, wxID_ANY, wxDefaultPosition, wxSize(kImageSide, kImageSide));
+    const wxBitmap bitmap = owner->bitmap();
+    view->Bind(wxEVT_PAINT, [view, bitmap](wxPaintEvent&) {
+        wxPaintDC dc(view);
+        dc.DrawBitmap(bitmap, 0, 0);
+    });
+    const auto at = [](const wxMouseEvent& event) {
+        return Pixel{event.GetPosition().x, event.GetPosition().y};
+    };
+    view->Bind(wxEVT_LEFT_DOWN, [owner, at](wxMouseEvent& event) {
+        if (!owner->dialog || !owner->dialog->isPicking())
+            return;
+        owner->picking = owner->dialog->getController();
+        owner->picking->startPicking(at(event));
+    });
+    view->Bind(wxEVT_MOTION, [owner, at](wxMouseEvent& event) {
+        if (owner->picking && owner->dialog)
+            owner->picking->movePicking(at(event));
+    });
+    view->Bind(wxEVT_LEFT_UP, [owner](wxMouseEvent&) {
+        if (owner->picking && owner->dialog)
+            owner->picking->stopPicking();
+        owner->picking.reset();
+    });
+    return view;
+}
 
 } // namespace
 
@@ -99,9 +158,9 @@ wxWindow* createCurvePanelPage(wxWindow* parent) {
     curves[CurveChannel::Master].points() =
         Stack<CurvePoint>{{0.f, 0.f}, {0.3f, 0.22f}, {0.7f, 0.8f}, {1.f, 1.f}};
     curves[CurveChannel::Blue].points() = Stack<CurvePoint>{{0.f, 0.1f}, {1.f, 0.9f}};
-    auto* panel =
-        new Wx::CurvePanel(page, Wx::GuiSkin(), Wx::scaleByDpi(wxSize(kPanelSide, kPanelSide)),
-                           curves, makeShared<ImageOwner>(log));
+    const auto owner = makeShared<ImageOwner>(log);
+    auto* panel = new Wx::CurvePanel(page, Wx::GuiSkin(),
+                                     Wx::scaleByDpi(wxSize(kPanelSide, kPanelSide)), curves, owner);
 
     const auto button = [page](const wchar_t* label, Function<void()> action) {
         return new Wx::AutoSizedButton(page, wxID_ANY, label, Wx::scaleByDpi(kButtonWidth),
@@ -126,6 +185,20 @@ wxWindow* createCurvePanelPage(wxWindow* parent) {
                       0, wxRIGHT, Wx::scaleByDpi(kGap));
     }
 
+    auto* dialogRow = new wxBoxSizer(wxHORIZONTAL);
+    dialogRow->Add(button(L"Open curve dialog",
+                          [page, panel, owner] {
+                              if (owner->dialog) {
+                                  owner->dialog->Raise();
+                                  return;
+                              }
+                              owner->dialog =
+                                  new Wx::CurveDialog(page, Wx::GuiSkin(), String(L"Curves"),
+                                                      panel->getCurrentCurves(), owner);
+                          }),
+                   0, wxALIGN_CENTER_VERTICAL | wxRIGHT, Wx::scaleByDpi(kGap));
+    dialogRow->Add(imageView(page, owner));
+
     auto* controls = new wxBoxSizer(wxVERTICAL);
     controls->Add(modes, 0, wxBOTTOM, Wx::scaleByDpi(kGap));
     controls->Add(channels, 0, wxBOTTOM, Wx::scaleByDpi(2 * kGap));
@@ -135,6 +208,7 @@ wxWindow* createCurvePanelPage(wxWindow* parent) {
     row->Add(controls, 1, wxEXPAND);
     auto* outer = new wxBoxSizer(wxVERTICAL);
     outer->Add(row, 0, wxALL, Wx::scaleByDpi(kMargin));
+    outer->Add(dialogRow, 0, wxLEFT | wxRIGHT | wxBOTTOM, Wx::scaleByDpi(kMargin));
     page->SetSizer(outer);
     Wx::applySkinRecursive(page, Wx::GuiSkin());
     return page;

@@ -5,6 +5,7 @@
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/varnellibwx.h>
 #include <varnellibwx/widgets/colorpicker.h>
+#include <varnellibwx/widgets/curvedialog.h>
 #include <varnellibwx/windowcapture.h>
 #include <varnellibwx/windowutils.h>
 
@@ -15,6 +16,7 @@
 #include <wx/timer.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 
 namespace Varnel::Gallery {
@@ -120,6 +122,41 @@ bool savePickerScreenshot(GalleryFrame& frame, const wxString& path) {
     return capture.saved();
 }
 
+// The curve dialog over the gallery, as a host opens it.
+class ScreenshotCurves : public Wx::ICurveDialogCallbacks {
+public:
+    Histogram getHistogram(std::pair<float, float>, CurveChannel, int bins) override {
+        Stack<uint64> counts;
+        for (int i = 0; i < bins; ++i)
+            counts.push(static_cast<uint64>(1000 + 900 * std::sin(i * 0.05) + (i * 37) % 200));
+        return Histogram(counts);
+    }
+    Optional<int> getHistogramRefreshInterval() override { return std::nullopt; }
+    Optional<Rgb> getColorAt(Pixel) override { return std::nullopt; }
+    void onCurveChanged(CurveChannel, const Curve&) override {}
+    int getChangeNotificationDelay() override { return 0; }
+    wxPoint getInitialPosition(wxWindow*) override { return {40, 40}; }
+    void storePosition(wxPoint) override {}
+    void onWindowOpened(wxWindow*) override {}
+    void onWindowClosed(wxWindow*) override {}
+};
+
+bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
+    ColorCurve curves;
+    curves[CurveChannel::Master].points() =
+        Stack<CurvePoint>{{0.f, 0.f}, {0.3f, 0.22f}, {0.7f, 0.8f}, {1.f, 1.f}};
+    auto* dialog = new Wx::CurveDialog(&frame, Wx::GuiSkin(), String(L"Curves"), curves,
+                                       makeShared<ScreenshotCurves>());
+    for (int round = 0; round < 50 && !dialog->IsShownOnScreen(); ++round)
+        settle(frame);
+    settle(frame);
+    Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(dialog), 2, 1000);
+    const bool saved = Wx::captureWindow(*dialog).SaveFile(path, wxBITMAP_TYPE_PNG);
+    dialog->Destroy();
+    settle(frame);
+    return saved;
+}
+
 } // namespace
 
 int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
@@ -144,6 +181,7 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
     const std::pair<const char*, bool (*)(GalleryFrame&, const wxString&)> dialogs[] = {
         {"message-dialog", &saveDialogScreenshot},
         {"colour-picker-dialog", &savePickerScreenshot},
+        {"curve-dialog", &saveCurveDialogScreenshot},
     };
     for (const auto& [name, save] : dialogs) {
         const wxString dialogPath = wxFileName(directory, name, "png").GetFullPath();
