@@ -35,6 +35,8 @@ public:
     explicit Host(CallLog& log) : m_log(log) {}
     Histogram getHistogram(std::pair<float, float> range, CurveChannel channel, int bins) override {
         asked.push_back({range, channel, bins});
+        if (forcedBins >= 0)
+            bins = forcedBins; // a host answering the wrong length
         Stack<uint64> counts;
         for (int i = 0; i < bins; ++i)
             counts.push(static_cast<uint64>(i % 7 + 1));
@@ -73,6 +75,7 @@ public:
     std::vector<Asked> asked;
     wxPoint stored;
     wxWindow* destroyOnChange = nullptr;
+    int forcedBins = -1;
 
 private:
     CallLog& m_log;
@@ -191,6 +194,14 @@ TEST_F(CurveDialogs, ResetsAndEqualizeReportWhatTheyChange) {
     dialog.resetAll();
     EXPECT_EQ(log.calls(), (Calls{"changed 0", "changed 1", "changed 2", "changed 3"}));
     EXPECT_TRUE(dialog.panel()->getCurrentCurves().isIdentity());
+
+    // Histograms of no bins or the wrong number still give a curve.
+    host->forcedBins = 0;
+    dialog.equalize();
+    EXPECT_TRUE(dialog.panel()->getCurrentCurves()[CurveChannel::Master].isIdentity());
+    host->forcedBins = 3;
+    dialog.equalize();
+    EXPECT_EQ(dialog.panel()->getCurrentCurves()[CurveChannel::Master].points().size(), 16);
 }
 
 TEST_F(CurveDialogs, CurveFilesLoadPointsKeepModesAndFailuresSayWhy) {
@@ -204,6 +215,10 @@ TEST_F(CurveDialogs, CurveFilesLoadPointsKeepModesAndFailuresSayWhy) {
     EXPECT_EQ(loaded[CurveChannel::Red].points(), onDisk[CurveChannel::Red].points());
     EXPECT_EQ(loaded[CurveChannel::Red].interpolation(), Curve::Linear); // kept
     EXPECT_EQ(log.calls(), (Calls{"changed 0", "changed 1", "changed 2", "changed 3"}));
+    ASSERT_TRUE(dialog.undo()); // a load is one step
+    EXPECT_EQ(dialog.panel()->getCurrentCurves(), sampleCurves());
+    ASSERT_TRUE(dialog.redo());
+    EXPECT_EQ(dialog.panel()->getCurrentCurves(), loaded);
 
     // A version-2 file, an empty one and a megabyte of noise: the curves stay. (GTK's chooser
     // refuses a file that is gone by the time the user presses Open, and a folder; reading
