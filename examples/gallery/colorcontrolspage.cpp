@@ -5,6 +5,7 @@
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/colordisplay.h>
 #include <varnellibwx/widgets/colormodel.h>
+#include <varnellibwx/widgets/colorpicker.h>
 #include <varnellibwx/widgets/colorsliderwithspinner.h>
 #include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/eyedropperbutton.h>
@@ -30,18 +31,7 @@ constexpr int kLabelWidth = 70;
 const wxSize kSliderSize(256, 14);
 constexpr float kScale = 255.f;
 
-// One row of the page: what it shows and how its number enters the shared colour.
-struct RowSpec {
-    const wchar_t* label;
-    SliderTrack track;
-};
-
-const RowSpec kRows[] = {
-    {L"Red:", SliderTrack::Red},     {L"Green:", SliderTrack::Green},
-    {L"Blue:", SliderTrack::Blue},   {L"Alpha:", SliderTrack::Alpha},
-    {L"Hue:", SliderTrack::Hue},     {L"Sat:", SliderTrack::Sat},
-    {L"Value:", SliderTrack::Value}, {L"Temp. [K]:", SliderTrack::Temperature},
-};
+const auto& kRows = Wx::Detail::kPickerRows;
 
 // The page's state: the colour in its three forms and every control that shows it. Lives as long
 // as the page (deleted with it).
@@ -158,7 +148,7 @@ wxWindow* createColorControlsPage(wxWindow* parent) {
                                   Wx::scaleByDpi(wxSize(240, 340)), wxTE_MULTILINE | wxTE_READONLY);
 
     auto* rows = new wxBoxSizer(wxVERTICAL);
-    for (const RowSpec& spec : kRows) {
+    for (const Wx::Detail::PickerRow& spec : kRows) {
         const SliderTrack track = spec.track;
         const bool temperature = track == SliderTrack::Temperature;
         auto gradient = makeShared<Wx::ColorSlider::Gradient>([state, track](float p, float v) {

@@ -4,8 +4,8 @@ combo-arrow-disabled.png (the skin's disabled text colour): 12 x 12 pixel RGBA P
 small downward triangle with softened edges on a transparent ground. Run it by hand when the
 arrows should change; the build embeds the files it writes."""
 import os
-import struct
-import zlib
+
+from pngfile import rgba_png
 
 SIZE = 12
 INKS = {"combo-arrow.png": (200, 200, 200), "combo-arrow-disabled.png": (110, 110, 110)}
@@ -24,20 +24,7 @@ def coverage(x, y):
 
 
 def png(ink):
-    rows = b""
-    for y in range(SIZE):
-        row = bytearray([0])  # no filter
-        for x in range(SIZE):
-            row += bytes(ink) + bytes([round(255 * coverage(x, y))])
-        rows += row
-
-    def chunk(kind, data):
-        body = kind + data
-        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
-
-    header = struct.pack(">IIBBBBB", SIZE, SIZE, 8, 6, 0, 0, 0)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) +
-            chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+    return rgba_png(SIZE, lambda x, y: tuple(ink) + (round(255 * coverage(x, y)),))
 
 
 def main():

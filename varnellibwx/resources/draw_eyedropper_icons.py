@@ -6,8 +6,8 @@ split white and black. RGBA PNG files on a transparent ground, each pixel sample
 Run it by hand when the faces should change; the build embeds the files it writes."""
 import math
 import os
-import struct
-import zlib
+
+from pngfile import rgba_png
 
 BODY = (200, 200, 200)
 DARK = (120, 120, 120)
@@ -55,36 +55,26 @@ def shapes(inverse):
 def png(size, inverse):
     layers = shapes(inverse)
     samples = 6
-    rows = b""
-    for y in range(size):
-        row = bytearray([0])  # no filter
-        for x in range(size):
-            total = [0.0, 0.0, 0.0]
-            hits = 0
-            for sy in range(samples):
-                for sx in range(samples):
-                    u, v = (x + (sx + 0.5) / samples) / size, (y + (sy + 0.5) / samples) / size
-                    ink = None
-                    for inside, colour in layers:
-                        if inside(u, v):
-                            ink = colour
-                    if ink:
-                        hits += 1
-                        for i in range(3):
-                            total[i] += ink[i]
-            if hits:
-                row += bytes(round(t / hits) for t in total) + bytes([round(255 * hits / samples ** 2)])
-            else:
-                row += bytes(4)
-        rows += row
 
-    def chunk(kind, data):
-        body = kind + data
-        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
+    def pixel(x, y):
+        total = [0.0, 0.0, 0.0]
+        hits = 0
+        for sy in range(samples):
+            for sx in range(samples):
+                u, v = (x + (sx + 0.5) / samples) / size, (y + (sy + 0.5) / samples) / size
+                ink = None
+                for inside, colour in layers:
+                    if inside(u, v):
+                        ink = colour
+                if ink:
+                    hits += 1
+                    for i in range(3):
+                        total[i] += ink[i]
+        if not hits:
+            return (0, 0, 0, 0)
+        return tuple(round(t / hits) for t in total) + (round(255 * hits / samples ** 2),)
 
-    header = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) +
-            chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+    return rgba_png(size, pixel)
 
 
 def main():

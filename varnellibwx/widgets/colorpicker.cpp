@@ -54,17 +54,6 @@ constexpr float kFullCircle = 360.f;
 const wxSize kRowSlider(200, 14);
 const wxSize kSliceSize(200, 150);
 
-struct RowSpec {
-    const wchar_t* label;
-    SliderTrack track;
-};
-// In the order of ColorPicker::Row.
-constexpr RowSpec kRowSpecs[] = {
-    {L"Red:", SliderTrack::Red},     {L"Green:", SliderTrack::Green},
-    {L"Blue:", SliderTrack::Blue},   {L"Alpha:", SliderTrack::Alpha},
-    {L"Hue:", SliderTrack::Hue},     {L"Sat:", SliderTrack::Sat},
-    {L"Value:", SliderTrack::Value}, {L"Temp. [K]:", SliderTrack::Temperature},
-};
 constexpr const wchar_t* kRangeLabels[] = {L"0-255", L"0-1", L"0-100%"};
 
 AutoPtr<ColorPicker::IGlobalStateAccessor>& installedAccessor() {
@@ -204,9 +193,9 @@ void ColorPicker::build(const Rgb& color) {
 }
 
 void ColorPicker::buildRows(wxSizer* column) {
-    for (int i = 0; i < static_cast<int>(std::size(kRowSpecs)); ++i) {
+    for (int i = 0; i < static_cast<int>(std::size(Detail::kPickerRows)); ++i) {
         const auto row = static_cast<Row>(i);
-        const SliderTrack track = kRowSpecs[i].track;
+        const SliderTrack track = Detail::kPickerRows[i].track;
         if (row == Row::Alpha && m_format != ColorFormat::Rgba)
             continue;
         auto gradient = makeShared<ColorSlider::Gradient>([this, track](float p, float value) {
@@ -216,10 +205,10 @@ void ColorPicker::buildRows(wxSizer* column) {
         });
         const Detail::SpinnerScale scale =
             row == Row::Temperature ? Detail::kTemperatureScale : Detail::rangeScale(m_range);
-        auto* control =
-            new ColorSliderWithSpinner(this, wxID_ANY, String(kRowSpecs[i].label), kLabelWidth,
-                                       kRowSlider, gradient, static_cast<int>(scale.minimum),
-                                       static_cast<int>(scale.maximum), scale.decimals, scale.step);
+        auto* control = new ColorSliderWithSpinner(
+            this, wxID_ANY, String(Detail::kPickerRows[i].label), kLabelWidth, kRowSlider, gradient,
+            static_cast<int>(scale.minimum), static_cast<int>(scale.maximum), scale.decimals,
+            scale.step);
         if (row == Row::Temperature)
             control->setPositionValueMap(
                 [](float x, PositionValueMap d) { return Detail::squareMap(x, d); });

@@ -182,6 +182,18 @@ private:
 
 namespace Detail {
 
+/// The picker's rows in the order of ColorPicker::Row: each label and the track it shows.
+struct PickerRow {
+    const wchar_t* label;
+    SliderTrack track;
+};
+inline constexpr PickerRow kPickerRows[] = {
+    {L"Red:", SliderTrack::Red},     {L"Green:", SliderTrack::Green},
+    {L"Blue:", SliderTrack::Blue},   {L"Alpha:", SliderTrack::Alpha},
+    {L"Hue:", SliderTrack::Hue},     {L"Sat:", SliderTrack::Sat},
+    {L"Value:", SliderTrack::Value}, {L"Temp. [K]:", SliderTrack::Temperature},
+};
+
 /// `space` when it is one of the enum's values; otherwise the stop exception (widgets/colorpicker,
 /// line 841).
 VARNEL_LIBWX_EXPORT ColorPickerTypes::Space checkedSpace(ColorPickerTypes::Space space);
