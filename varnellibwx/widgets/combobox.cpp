@@ -261,7 +261,6 @@ ComboBox::ComboBox(wxWindow* parent, int id, int width, const Function<void(int)
     m_state->id = GetId();
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     SetFont(setupStaticTextFont(GetFont(), {}));
-    m_dropdown = new ComboBoxDropdown(this, m_state.get(), m_skin);
 
     Bind(wxEVT_PAINT, &ComboBox::onPaint, this);
     Bind(wxEVT_ENTER_WINDOW, [this](wxMouseEvent& event) {
@@ -379,6 +378,10 @@ void ComboBox::showDropdown() {
     // An empty list has nothing to show.
     if (getCount() == 0)
         return;
+    // Made on first opening: a top-level window costs more than the rest of a combo, and most
+    // combos of a dialog are never opened.
+    if (!m_dropdown)
+        m_dropdown = new ComboBoxDropdown(this, m_state.get(), m_skin);
     m_dropdown->layoutFor(GetClientSize().x);
     const Bucket area = getMonitorRegionByWindow(this, MonitorRegionType::WorkArea);
     m_dropdown->Move(Detail::comboDropdownPosition(GetScreenRect(), m_dropdown->GetSize(),

@@ -96,6 +96,7 @@ public:
     void SetFocus() override;
 
     bool isDropdownShown() const;
+    /// The list, once it has been opened; nothing before.
     ComboBoxDropdown* dropdown() const { return m_dropdown; }
     /// Draws the field into `dc` for a client area of `size`.
     void paint(wxDC& dc, wxSize size) const;
