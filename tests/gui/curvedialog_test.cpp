@@ -163,6 +163,16 @@ TEST_F(CurveDialogs, LayoutAndTheHostsCallbacksAtOpeningAndClosing) {
     dialog->SetSize(grown);
     EXPECT_TRUE(pumpUntil([&] { return dialog->panel()->GetSize() == wxSize(316, 296); }));
 
+    // The combo boxes' lists are reported as they open and close.
+    dialog->Raise();
+    ASSERT_TRUE(pumpUntil([&] { return dialog->IsActive(); }, 2s));
+    log.clear();
+    input.click(*dialog->histogramChoice(), wxPoint(20, 8));
+    ASSERT_TRUE(pumpUntil([&] { return dialog->histogramChoice()->isDropdownShown(); }));
+    input.key(WXK_ESCAPE);
+    EXPECT_TRUE(pumpUntil([&] { return !dialog->histogramChoice()->isDropdownShown(); }));
+    EXPECT_EQ(log.calls(), (Calls{"opened list", "closed list"}));
+
     log.clear();
     dialog->Close();
     EXPECT_TRUE(pumpUntil([&] { return log.calls().size() >= 2; }));
