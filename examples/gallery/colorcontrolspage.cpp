@@ -45,29 +45,6 @@ struct ColorControls {
 
     void write(const wxString& line) const { log->appendText(line + "\n"); }
 
-    // A row's number for the colour (the temperature row has none).
-    float rowValue(SliderTrack track) const {
-        switch (track) {
-        case SliderTrack::Red:
-            return color.rgb.r * kScale;
-        case SliderTrack::Green:
-            return color.rgb.g * kScale;
-        case SliderTrack::Blue:
-            return color.rgb.b * kScale;
-        case SliderTrack::Alpha:
-            return color.rgb.a * kScale;
-        case SliderTrack::Hue:
-            return color.hsv.h / 360.f * kScale;
-        case SliderTrack::Sat:
-            return color.hsv.s * kScale;
-        case SliderTrack::Value:
-            return color.hsv.v * kScale;
-        case SliderTrack::Temperature:
-            break;
-        }
-        return 0.f;
-    }
-
     // Brings every control in line with the colour; `fromTemperature` keeps that row's marker.
     void refresh(bool fromTemperature) {
         for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -75,7 +52,7 @@ struct ColorControls {
                 if (!fromTemperature)
                     rows[i]->clear();
             } else {
-                rows[i]->setValue(rowValue(kRows[i].track));
+                rows[i]->setValue(color.rowUnit(kRows[i].track, false) * kScale);
             }
             rows[i]->slider()->refreshTrack();
         }
@@ -85,42 +62,13 @@ struct ColorControls {
     }
 
     void edit(SliderTrack track, float value) {
-        const float unit = value / kScale;
-        Rgb rgb = color.rgb;
-        Hsv hsv = color.hsv;
-        switch (track) {
-        case SliderTrack::Red:
-            rgb.r = unit;
-            break;
-        case SliderTrack::Green:
-            rgb.g = unit;
-            break;
-        case SliderTrack::Blue:
-            rgb.b = unit;
-            break;
-        case SliderTrack::Alpha:
-            rgb.a = unit;
-            break;
-        case SliderTrack::Hue:
-            hsv.h = unit * 360.f;
-            break;
-        case SliderTrack::Sat:
-            hsv.s = unit;
-            break;
-        case SliderTrack::Value:
-            hsv.v = unit;
-            break;
-        case SliderTrack::Temperature: {
+        if (track == SliderTrack::Temperature) {
             const Rgb warm = Wx::Detail::temperatureToRgb(value);
             color.fromRgb(Rgb(warm.r, warm.g, warm.b, color.rgb.a));
             refresh(true);
             return;
         }
-        }
-        if (track == SliderTrack::Hue || track == SliderTrack::Sat || track == SliderTrack::Value)
-            color.fromHsv(hsv);
-        else
-            color.fromRgb(rgb);
+        color.editRow(track, value / kScale, false);
         refresh(false);
     }
 
@@ -148,8 +96,8 @@ wxWindow* createColorControlsPage(wxWindow* parent) {
                                   Wx::scaleByDpi(wxSize(240, 340)), wxTE_MULTILINE | wxTE_READONLY);
 
     auto* rows = new wxBoxSizer(wxVERTICAL);
-    for (const Wx::Detail::PickerRow& spec : kRows) {
-        const SliderTrack track = spec.track;
+    for (const Wx::Detail::PickerRow& entry : kRows) {
+        const SliderTrack track = entry.track;
         const bool temperature = track == SliderTrack::Temperature;
         auto gradient = makeShared<Wx::ColorSlider::Gradient>([state, track](float p, float v) {
             return track == SliderTrack::Temperature
@@ -159,7 +107,7 @@ wxWindow* createColorControlsPage(wxWindow* parent) {
         const auto scale = temperature ? Wx::Detail::kTemperatureScale
                                        : Wx::Detail::SpinnerScale{0.f, kScale, 0, 1.f};
         auto* row = new Wx::ColorSliderWithSpinner(
-            page, wxID_ANY, String(spec.label), kLabelWidth, kSliderSize, gradient,
+            page, wxID_ANY, String(entry.label), kLabelWidth, kSliderSize, gradient,
             static_cast<int>(scale.minimum), static_cast<int>(scale.maximum), scale.decimals,
             scale.step);
         // Red, green and blue show linear numbers: the slider moves in gamma-encoded steps.
@@ -168,7 +116,7 @@ wxWindow* createColorControlsPage(wxWindow* parent) {
         if (temperature)
             row->setPositionValueMap(
                 [](float x, PositionValueMap d) { return Wx::Detail::squareMap(x, d); });
-        row->callOnValueChange([state, track, label = spec.label](float value) {
+        row->callOnValueChange([state, track, label = entry.label](float value) {
             state->write(wxString::Format("%s %g", label, value));
             state->edit(track, value);
         });

@@ -368,4 +368,61 @@ void PickerColor::fromHwb(const Hwb& given) {
     hwb.a = alpha;
 }
 
+float PickerColor::rowUnit(SliderTrack track, bool gammaEncoded) const {
+    const auto shown = [gammaEncoded](float lane) {
+        return gammaEncoded ? gammaMap(lane, PositionValueMap::ValueToPosition) : lane;
+    };
+    switch (track) {
+    case SliderTrack::Red:
+        return shown(rgb.r);
+    case SliderTrack::Green:
+        return shown(rgb.g);
+    case SliderTrack::Blue:
+        return shown(rgb.b);
+    case SliderTrack::Alpha:
+        return rgb.a;
+    case SliderTrack::Hue:
+        return hsv.h / kFullCircle;
+    case SliderTrack::Sat:
+        return hsv.s;
+    case SliderTrack::Value:
+        return hsv.v;
+    case SliderTrack::Temperature:
+        break;
+    }
+    return 0.f;
+}
+
+void PickerColor::editRow(SliderTrack track, float unit, bool gammaEncoded) {
+    const float lane = gammaEncoded ? gammaMap(unit, PositionValueMap::PositionToValue) : unit;
+    Rgb edited = rgb;
+    Hsv given = hsv;
+    switch (track) {
+    case SliderTrack::Red:
+        edited.r = lane;
+        return fromRgb(edited);
+    case SliderTrack::Green:
+        edited.g = lane;
+        return fromRgb(edited);
+    case SliderTrack::Blue:
+        edited.b = lane;
+        return fromRgb(edited);
+    case SliderTrack::Alpha:
+        edited.a = unit;
+        return fromRgb(edited);
+    case SliderTrack::Hue:
+        given.h = unit * kFullCircle;
+        return fromHsv(given);
+    case SliderTrack::Sat:
+        given.s = unit;
+        return fromHsv(given);
+    case SliderTrack::Value:
+        given.v = unit;
+        return fromHsv(given);
+    case SliderTrack::Temperature:
+        break;
+    }
+    VARNEL_STOP(kModelSource);
+}
+
 } // namespace Varnel::Wx::Detail

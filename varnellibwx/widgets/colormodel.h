@@ -121,6 +121,17 @@ struct VARNEL_LIBWX_EXPORT PickerColor {
     void fromHsv(const Hsv& given);
     /// From HWB (the slice): kept as given; the colour keeps its alpha.
     void fromHwb(const Hwb& given);
+
+    /// What the row of `track` shows over its scale's maximum: red, green and blue as they are or
+    /// (with `gammaEncoded`) raised to 1 / 2.2, alpha, hue / 360, saturation, value. The
+    /// temperature row shows no number of the colour: 0.
+    float rowUnit(SliderTrack track, bool gammaEncoded) const;
+    /// An edit of the row of `track`, `unit` being its number over the scale's maximum (for hue,
+    /// saturation and value, the slider's position): red, green and blue (decoded with the 2.2
+    /// power when `gammaEncoded`) and alpha replace their lane and enter from RGB; hue (unit *
+    /// 360), saturation and value replace theirs and enter from HSV. The temperature row enters
+    /// its colour itself; given here it is a programming error (the stop exception).
+    void editRow(SliderTrack track, float unit, bool gammaEncoded);
 };
 
 } // namespace Varnel::Wx::Detail

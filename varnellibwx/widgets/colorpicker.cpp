@@ -50,7 +50,6 @@ constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
 constexpr int kRadioIndicator = 24; // GTK's circle and the gap after it
 constexpr int kGap = 6;
-constexpr float kFullCircle = 360.f;
 const wxSize kRowSlider(200, 14);
 const wxSize kSliceSize(200, 150);
 
@@ -364,68 +363,24 @@ Button* ColorPicker::button(const wxString& label) const {
 }
 
 float ColorPicker::rowValue(Row row) const {
-    const float maximum = Detail::rangeScale(m_range).maximum;
-    const Rgb& c = m_color.rgb;
-    const auto encoded = [this](float lane) {
-        return m_space == Space::Linear ? lane
-                                        : Detail::gammaMap(lane, PositionValueMap::ValueToPosition);
-    };
-    switch (row) {
-    case Row::Red:
-        return encoded(c.r) * maximum;
-    case Row::Green:
-        return encoded(c.g) * maximum;
-    case Row::Blue:
-        return encoded(c.b) * maximum;
-    case Row::Alpha:
-        return c.a * maximum;
-    case Row::Hue:
-        return m_color.hsv.h / kFullCircle * maximum;
-    case Row::Sat:
-        return m_color.hsv.s * maximum;
-    case Row::Value:
-        return m_color.hsv.v * maximum;
-    case Row::Temperature:
-        break;
-    }
-    return 0.f;
+    return m_color.rowUnit(Detail::kPickerRows[static_cast<int>(row)].track,
+                           m_space == Space::Srgb) *
+           Detail::rangeScale(m_range).maximum;
 }
 
 void ColorPicker::onRowEdit(Row row, float value) {
-    const float unit = value / Detail::rangeScale(m_range).maximum;
-    const float position = m_rows[static_cast<int>(row)]->slider()->getPosition();
-    Rgb rgb = m_color.rgb;
-    Hsv hsv = m_color.hsv;
-    const float linear =
-        m_space == Space::Linear ? unit : Detail::gammaMap(unit, PositionValueMap::PositionToValue);
-    switch (row) {
-    case Row::Red:
-        rgb.r = linear;
-        return enterRgb(rgb, Source::Row);
-    case Row::Green:
-        rgb.g = linear;
-        return enterRgb(rgb, Source::Row);
-    case Row::Blue:
-        rgb.b = linear;
-        return enterRgb(rgb, Source::Row);
-    case Row::Alpha:
-        rgb.a = unit;
-        return enterRgb(rgb, Source::Row);
-    case Row::Hue:
-        hsv.h = position * kFullCircle;
-        return enterHsv(hsv);
-    case Row::Sat:
-        hsv.s = position;
-        return enterHsv(hsv);
-    case Row::Value:
-        hsv.v = position;
-        return enterHsv(hsv);
-    case Row::Temperature: {
+    if (row == Row::Temperature) {
         Rgb warm = Detail::temperatureToRgb(value);
-        warm.a = rgb.a; // the temperature has no alpha: the colour keeps its own
+        warm.a = m_color.rgb.a; // the temperature has no alpha: the colour keeps its own
         return enterRgb(warm, Source::Temperature);
     }
-    }
+    // Hue, saturation and value take the slider's position as it stands.
+    const bool fromHsv = row == Row::Hue || row == Row::Sat || row == Row::Value;
+    const float unit = fromHsv ? m_rows[static_cast<int>(row)]->slider()->getPosition()
+                               : value / Detail::rangeScale(m_range).maximum;
+    m_color.editRow(Detail::kPickerRows[static_cast<int>(row)].track, unit, m_space == Space::Srgb);
+    refresh(Source::Row);
+    report();
 }
 
 void ColorPicker::enterRgb(Rgb color, Source source) {
@@ -433,12 +388,6 @@ void ColorPicker::enterRgb(Rgb color, Source source) {
         color.a = 1.f;
     m_color.fromRgb(color);
     refresh(source);
-    report();
-}
-
-void ColorPicker::enterHsv(const Hsv& hsv) {
-    m_color.fromHsv(hsv);
-    refresh(Source::Row);
     report();
 }
 

@@ -148,7 +148,6 @@ private:
     wxSizer* buildSettings();
     wxSizer* buildButtons();
     void enterRgb(Rgb color, Source source);
-    void enterHsv(const Hsv& hsv);
     void enterHwb(const Detail::Hwb& hwb);
     void onRowEdit(Row row, float value);
     void refresh(Source source);
