@@ -1,0 +1,357 @@
+// The gradient control under real input: points added, dragged past each other, erased and
+// recoloured through the picker; and the grid mapping dialog around it: reset, the curve's
+// delayed reports, interpolation, the input scale and its preview, and how it closes.
+#include "guitest.h"
+#include "input.h"
+#include "modal.h"
+#include "pixels.h"
+#include "pump.h"
+#include "recorders.h"
+
+#include <varnellibwx/widgets/button.h>
+#include <varnellibwx/widgets/colorpicker.h>
+#include <varnellibwx/widgets/colorsliderwithspinner.h>
+#include <varnellibwx/widgets/combobox.h>
+#include <varnellibwx/widgets/gradientcontrol.h>
+#include <varnellibwx/widgets/gridmappingdialog.h>
+#include <varnellibwx/widgets/spinner.h>
+#include <varnellibwx/widgets/textcontrol.h>
+
+#include <wx/frame.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+using namespace Varnel;
+using namespace Varnel::Wx;
+using namespace Varnel::Test;
+
+namespace {
+
+using Calls = std::vector<std::string>;
+using Clock = std::chrono::steady_clock;
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+const Rgb kRed(1, 0, 0, 1), kGreen(0, 1, 0, 1), kBlue(0, 0, 1, 1), kWhite(1, 1, 1, 1);
+
+ColorGradient gradientOf(std::initializer_list<ColorGradient::Point> points) {
+    ColorGradient gradient;
+    for (const ColorGradient::Point& point : points)
+        gradient.addPoint(point.color, point.position);
+    return gradient;
+}
+
+// A 212 x 30 control: markers of radius 5 on y = 24, x = 6 + trunc(200 p).
+class Gradients : public GuiTest {
+protected:
+    GradientControl& makeControl(const ColorGradient& gradient) {
+        auto* control = new GradientControl(&parent(), wxSize(212, 30), 0.f, 1.f);
+        control->SetPosition(wxPoint(20, 20));
+        control->setGradient(gradient);
+        control->setOnChangeCallback([this](const ColorGradient& g) {
+            reported = g;
+            log.record("change");
+        });
+        pumpPending();
+        return *control;
+    }
+
+    static wxPoint marker(float position) { return {6 + int(200 * position), 24}; }
+
+    // Double-clicks at `at` and runs `step` in the picker that opens.
+    void recolorAt(GradientControl& control, wxPoint at, std::function<void(ColorPicker&)> step) {
+        ModalDriver driver([&](wxDialog& dialog) { step(dynamic_cast<ColorPicker&>(dialog)); });
+        input.moveTo(control, at);
+        wxUIActionSimulator().MouseDblClick();
+        pumpPending();
+        EXPECT_EQ(driver.entered(), 1);
+    }
+
+    void dragRedToTheEnd(ColorPicker& picker) {
+        ColorSlider& red = *picker.row(ColorPicker::Row::Red)->slider();
+        input.drag(red, wxPoint(2, 3), wxPoint(red.GetClientSize().x + 20, 3));
+    }
+
+    Input input;
+    CallLog log;
+    ColorGradient reported;
+};
+
+} // namespace
+
+TEST_F(Gradients, DoubleClickBetweenPointsAddsThePointTheRampAlreadyShows) {
+    GradientControl& control = makeControl(gradientOf({{kRed, 0.f}, {kBlue, 1.f}}));
+    const auto rampAboveMarkers = [&] {
+        const wxImage drawn =
+            renderOffscreen(control.GetClientSize(), [&](wxDC& dc) { control.paint(dc); });
+        return drawn.GetSubImage(wxRect(0, 0, 212, 18));
+    };
+    const wxImage before = rampAboveMarkers();
+    const float position = 74.f / 199.f; // the pointer at x = 80
+    const Rgb there = control.getGradient().getColorAt(position);
+
+    recolorAt(control, wxPoint(80, 10), [&](ColorPicker& picker) {
+        EXPECT_EQ(picker.GetTitle(), "Set gradient control point color");
+        EXPECT_EQ(picker.getColor(), there);
+        picker.button("OK")->doClick(wxPoint(5, 5));
+    });
+    ASSERT_EQ(control.getGradient().points().size(), 3);
+    EXPECT_EQ(control.getGradient().points()[1], (ColorGradient::Point{there, position}));
+    EXPECT_EQ(log.calls(), Calls{"change"});
+    EXPECT_EQ(reported, control.getGradient());
+    const wxImage after = rampAboveMarkers();
+    EXPECT_EQ(std::memcmp(before.GetData(), after.GetData(), 212 * 18 * 3), 0);
+}
+
+TEST_F(Gradients, DraggingPastANeighbourKeepsTheSamePointAndReportsOnRelease) {
+    GradientControl& control =
+        makeControl(gradientOf({{kRed, 0.f}, {kGreen, 0.3f}, {kBlue, 0.6f}, {kWhite, 1.f}}));
+    input.press(control, marker(0.3f));
+    EXPECT_EQ(control.grabbedPoint(), 1);
+    EXPECT_TRUE(control.HasCapture());
+    for (int x = 70; x <= 166; x += 16)
+        input.moveTo(control, wxPoint(x, 24));
+    EXPECT_EQ(control.grabbedPoint(), 2);
+    EXPECT_EQ(control.getGradient().points()[2], (ColorGradient::Point{kGreen, 160.f / 199.f}));
+    EXPECT_EQ(control.getGradient().points()[1].color, kBlue);
+    input.moveTo(control, wxPoint(400, 24)); // far past the right end: held at 1
+    EXPECT_EQ(control.getGradient().points()[3], (ColorGradient::Point{kGreen, 1.f}));
+    EXPECT_TRUE(log.calls().empty()) << "nothing is reported during the drag";
+    input.release();
+    EXPECT_EQ(log.calls(), Calls{"change"});
+    EXPECT_FALSE(control.grabbedPoint());
+    EXPECT_FALSE(control.HasCapture());
+}
+
+TEST_F(Gradients, RightClickErasesOnlyAHitPoint) {
+    GradientControl& control = makeControl(gradientOf({{kRed, 0.f}, {kBlue, 1.f}}));
+    input.click(control, wxPoint(100, 8), wxMOUSE_BTN_RIGHT);
+    input.click(control, wxPoint(100, 24), wxMOUSE_BTN_RIGHT);
+    EXPECT_TRUE(log.calls().empty());
+    EXPECT_EQ(control.getGradient().points().size(), 2);
+    input.click(control, marker(1.f) + wxPoint(3, 4), wxMOUSE_BTN_RIGHT); // on the rim
+    EXPECT_EQ(log.calls(), Calls{"change"});
+    EXPECT_EQ(control.getGradient(), gradientOf({{kRed, 0.f}}));
+}
+
+TEST_F(Gradients, ThePickerRecoloursLiveAndOnlyOkReports) {
+    const ColorGradient start = gradientOf({{kBlue, 0.f}, {Rgb(0, 0, 0, 0.5f), 1.f}});
+    GradientControl& control = makeControl(start);
+    recolorAt(control, marker(1.f), [&](ColorPicker& picker) {
+        EXPECT_EQ(picker.getColor(), Rgb(0, 0, 0, 1));
+        log.clear(); // the double click's first click pressed and released the point: a report
+        dragRedToTheEnd(picker);
+        EXPECT_EQ(control.getGradient().points()[1].color, Rgb(1, 0, 0, 0.5f)) << "live";
+        EXPECT_TRUE(log.calls().empty());
+        picker.button("OK")->doClick(wxPoint(5, 5));
+    });
+    EXPECT_EQ(log.calls(), Calls{"change"});
+    EXPECT_EQ(reported.points()[1].color, Rgb(1, 0, 0, 0.5f)) << "the point keeps its alpha";
+
+    // "Cancel" takes back a live edit of an existing point, and a point the double click added.
+    const ColorGradient edited = control.getGradient();
+    for (const wxPoint at : {marker(0.f), wxPoint(120, 10)}) {
+        recolorAt(control, at, [&](ColorPicker& picker) {
+            log.clear();
+            dragRedToTheEnd(picker);
+            EXPECT_NE(control.getGradient(), edited);
+            picker.button("Cancel")->doClick(wxPoint(5, 5));
+        });
+        EXPECT_EQ(control.getGradient(), edited) << at.x;
+    }
+    EXPECT_TRUE(log.calls().empty());
+}
+
+TEST_F(Gradients, NonsenseFromTheHostPaintsAndEditsWithoutHarm) {
+    GradientControl& control = makeControl(ColorGradient());
+    const auto paints = [&] {
+        renderOffscreen(control.GetClientSize(), [&](wxDC& dc) { control.paint(dc); });
+    };
+    paints();
+    // An empty gradient answers black: the double click adds a black point and "OK" keeps it.
+    recolorAt(control, wxPoint(106, 10),
+              [](ColorPicker& picker) { picker.button("OK")->doClick(wxPoint(5, 5)); });
+    ASSERT_EQ(control.getGradient().points().size(), 1);
+    EXPECT_EQ(control.getGradient().points()[0].color, ColorGradient::kEmptyColor);
+
+    control.setGradient(gradientOf(
+        {{Rgb(kNaN, 1e30f, -5.f, 1), 0.5f}, {kRed, kNaN}, {kBlue, -3.f}, {kGreen, 40.f}}));
+    for (const auto& [min, max] : {std::pair{0.f, 1.f}, {0.5f, 0.5f}, {1.f, 0.f}, {-2.f, 5.f}}) {
+        control.setMinMaxPosition(min, max);
+        paints();
+    }
+    control.setMinMaxPosition(0.f, 1.f);
+    const int before = control.getGradient().points().size();
+    input.drag(control, marker(0.5f), wxPoint(150, 24)); // the NaN-coloured point moves
+    EXPECT_EQ(log.calls().back(), "change");
+    EXPECT_EQ(control.getGradient().points().size(), before);
+}
+
+// ---- The grid mapping dialog -------------------------------------------------------------------
+
+namespace {
+
+// A host that records what the dialog tells it and paints the preview grey by value x scale.
+class Host : public GridMappingDialogCallbacks {
+public:
+    void onMappingChanged(const GridMapping& mapping) override {
+        reports.push_back(mapping);
+        times.push_back(Clock::now());
+    }
+    float computeAutoScale() override { return autoScale; }
+    Rgb getPreviewColor(float value, float inputScale) override {
+        const float grey = value * inputScale;
+        return Rgb(grey, grey, grey, 1);
+    }
+    void onDialogClosed(int result, const GridMapping& edited) override {
+        closed.push_back(result);
+        lastEdited = edited;
+    }
+
+    std::vector<GridMapping> reports;
+    std::vector<Clock::time_point> times;
+    std::vector<int> closed;
+    GridMapping lastEdited;
+    float autoScale = 0.25f;
+};
+
+GridMapping mappingOf(ColorGradient gradient, std::initializer_list<CurvePoint> points,
+                      int interpolation, float scale) {
+    GridMapping mapping{std::move(gradient), Curve(), scale};
+    mapping.curve.points() = Stack<CurvePoint>(points);
+    mapping.curve.setInterpolation(interpolation);
+    return mapping;
+}
+
+class GridMappings : public GuiTest {
+protected:
+    GridMappingDialog& open() {
+        auto* dialog = new GridMappingDialog(&parent(), String(L"Channel mapping"), current,
+                                             resetState, host, wxPoint(60, 60));
+        EXPECT_TRUE(pumpUntil([dialog] { return dialog->IsShownOnScreen(); }));
+        dialog->Raise();
+        pumpUntil([dialog] { return dialog->IsActive(); }, 2s);
+        return *dialog;
+    }
+
+    static int previewRightEnd(GridMappingDialog& dialog) {
+        const wxImage seen = captureOnScreen(*dialog.preview());
+        return seen.GetRed(seen.GetWidth() - 1, seen.GetHeight() / 2);
+    }
+
+    GridMapping current = mappingOf(gradientOf({{kRed, 0.f}, {kBlue, 1.f}}),
+                                    {{0.f, 0.f}, {1.f, 1.f}}, Curve::Cubic, 1.f);
+    GridMapping resetState =
+        mappingOf(gradientOf({{kWhite, 0.f}, {kGreen, 0.4f}, {kRed, 1.f}}),
+                  {{0.f, 0.1f}, {0.5f, 0.3f}, {1.f, 0.9f}}, Curve::Linear, 0.5f);
+    SharedPtr<Host> host = makeShared<Host>();
+    Input input;
+};
+
+} // namespace
+
+TEST_F(GridMappings, ResetAfterEditsRestoresEveryControlAndReportsOnce) {
+    GridMappingDialog& dialog = open();
+    EXPECT_TRUE(host->reports.empty()) << "opening reports nothing";
+    GradientControl& gradient = *dialog.gradientControl();
+    input.click(gradient, wxPoint(gradient.GetClientSize().x - 6, 20), wxMOUSE_BTN_RIGHT);
+    dialog.interpolationChoice()->selectIndex(1, true);
+    dialog.inputScaleSpinner()->setValue(3.f, true);
+    ASSERT_EQ(host->reports.size(), 3u);
+    EXPECT_EQ(host->reports.back().inputScale, 3.f);
+
+    input.click(*dialog.button("Reset"), wxPoint(5, 5));
+    ASSERT_EQ(host->reports.size(), 4u);
+    EXPECT_EQ(host->reports.back(), resetState);
+    EXPECT_EQ(dialog.getCurrentMapping(), resetState);
+    EXPECT_EQ(gradient.getGradient(), resetState.gradient);
+    EXPECT_EQ(dialog.curvePanel()->getCurrentCurves()[CurveChannel::Master], resetState.curve);
+    EXPECT_EQ(dialog.interpolationChoice()->getSelectedId(), Curve::Linear);
+    EXPECT_EQ(dialog.inputScaleSpinner()->getValue(), 0.5f);
+    pumpUntil([] { return false; }, 300ms);
+    EXPECT_EQ(host->reports.size(), 4u) << "the panel was set without a report";
+}
+
+TEST_F(GridMappings, CurveDragReportsAtMostOncePer200Ms) {
+    GridMappingDialog& dialog = open();
+    CurvePanel& panel = *dialog.curvePanel();
+    const wxSize size = panel.GetClientSize();
+    const wxPoint middle(size.x / 2, size.y / 2);
+    input.press(panel, middle);
+    const Clock::time_point end = Clock::now() + 1s;
+    for (int step = 0; Clock::now() < end; ++step) {
+        input.moveTo(panel, middle + wxPoint(0, (step % 40) - 20));
+        pumpUntil([] { return false; }, 20ms);
+    }
+    input.release();
+    pumpUntil([] { return false; }, 400ms);
+    ASSERT_FALSE(host->reports.empty());
+    EXPECT_LE(host->reports.size(), 6u);
+    for (std::size_t i = 1; i < host->times.size(); ++i)
+        EXPECT_GE(host->times[i] - host->times[i - 1], 190ms) << i;
+    EXPECT_EQ(host->reports.back().curve, panel.getCurrentCurves()[CurveChannel::Master]);
+}
+
+TEST_F(GridMappings, InterpolationIsOneReportAndTheScaleRepaintsThePreview) {
+    GridMappingDialog& dialog = open();
+    dialog.interpolationChoice()->selectIndex(1, true);
+    pumpUntil([] { return false; }, 300ms);
+    ASSERT_EQ(host->reports.size(), 1u) << "no second report from the panel";
+    EXPECT_EQ(host->reports[0].curve.interpolation(), Curve::Linear);
+    EXPECT_EQ(dialog.curvePanel()->getCurrentCurves()[CurveChannel::Master].interpolation(),
+              Curve::Linear);
+
+    EXPECT_EQ(previewRightEnd(dialog), 255);
+    TextControl& field = *dialog.inputScaleSpinner()->textField();
+    const auto type = [&](const char* text) {
+        input.click(field, wxPoint(5, 5));
+        field.SelectAll();
+        input.typeText(text);
+        input.key(WXK_RETURN);
+    };
+    type("0.5");
+    EXPECT_EQ(host->reports.back().inputScale, 0.5f);
+    EXPECT_EQ(previewRightEnd(dialog), 127);
+    type("scale");
+    EXPECT_EQ(dialog.getCurrentMapping().inputScale, 0.5f);
+
+    input.click(*dialog.button("Auto-scale"), wxPoint(5, 5));
+    EXPECT_EQ(host->reports.back().inputScale, 0.25f);
+    EXPECT_EQ(field.GetValue(), "0.250"); // four significant digits
+    EXPECT_EQ(previewRightEnd(dialog), 63);
+    const std::size_t reports = host->reports.size();
+    for (float answer : {0.f, -1.f, kNaN, std::numeric_limits<float>::infinity()}) {
+        host->autoScale = answer;
+        dialog.autoScale();
+        EXPECT_EQ(dialog.getCurrentMapping().inputScale, 0.25f) << answer;
+        EXPECT_EQ(dialog.inputScaleSpinner()->getValue(), 0.25f);
+    }
+    EXPECT_EQ(host->reports.size(), reports);
+}
+
+TEST_F(GridMappings, CancelRevertsTheHostAndOkKeepsTheEdits) {
+    for (const wxString button : {"Cancel", "OK"}) {
+        host->reports.clear();
+        GridMappingDialog& dialog = open();
+        dialog.inputScaleSpinner()->setValue(2.f, true);
+        bool destroyed = false;
+        dialog.Bind(wxEVT_DESTROY, [&](wxWindowDestroyEvent& event) {
+            destroyed |= event.GetEventObject() == &dialog;
+            event.Skip();
+        });
+        input.click(*dialog.button(button), wxPoint(5, 5));
+        EXPECT_TRUE(pumpUntil([&] { return destroyed; }));
+        GridMapping edited = current;
+        edited.inputScale = 2.f;
+        EXPECT_EQ(host->lastEdited, edited);
+        if (button == "Cancel") {
+            EXPECT_EQ(host->reports.back(), current) << "the preview reverts";
+            EXPECT_EQ(host->closed.back(), wxCANCEL);
+        } else {
+            EXPECT_EQ(host->reports.back(), edited);
+            EXPECT_EQ(host->closed.back(), wxOK);
+        }
+    }
+    EXPECT_EQ(host->closed, (std::vector<int>{16, 4}));
+}
