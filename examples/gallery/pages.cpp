@@ -4,6 +4,7 @@
 #include "colorpickerpage.h"
 #include "curvepanelpage.h"
 #include "gallerypage.h"
+#include "gradientspage.h"
 #include "librarypage.h"
 #include "spinnerspage.h"
 #include "textpage.h"
@@ -34,6 +35,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Curve panel", "curve-panel", &createCurvePanelPage},
         {"Colour controls", "colour-controls", &createColorControlsPage},
         {"Colour picker", "colour-picker", &createColorPickerPage},
+        {"Gradients", "gradients", &createGradientsPage},
     };
 }
 

@@ -1,11 +1,13 @@
 #include "screenshots.h"
 #include "galleryframe.h"
+#include "gradientspage.h"
 
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/varnellibwx.h>
 #include <varnellibwx/widgets/colorpicker.h>
 #include <varnellibwx/widgets/curvedialog.h>
+#include <varnellibwx/widgets/gridmappingdialog.h>
 #include <varnellibwx/windowcapture.h>
 #include <varnellibwx/windowutils.h>
 
@@ -157,6 +159,19 @@ bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
     return saved;
 }
 
+// The grid mapping dialog over the gallery's height field.
+bool saveGridMappingScreenshot(GalleryFrame& frame, const wxString& path) {
+    Wx::GridMappingDialog* dialog = openHeightFieldMapping(&frame, {40, 40});
+    for (int round = 0; round < 50 && !dialog->IsShownOnScreen(); ++round)
+        settle(frame);
+    settle(frame);
+    Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(dialog), 2, 1000);
+    const bool saved = Wx::captureWindow(*dialog).SaveFile(path, wxBITMAP_TYPE_PNG);
+    dialog->Destroy();
+    settle(frame);
+    return saved;
+}
+
 } // namespace
 
 int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
@@ -182,6 +197,7 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
         {"message-dialog", &saveDialogScreenshot},
         {"colour-picker-dialog", &savePickerScreenshot},
         {"curve-dialog", &saveCurveDialogScreenshot},
+        {"grid-mapping-dialog", &saveGridMappingScreenshot},
     };
     for (const auto& [name, save] : dialogs) {
         const wxString dialogPath = wxFileName(directory, name, "png").GetFullPath();

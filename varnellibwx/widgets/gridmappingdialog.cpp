@@ -153,6 +153,7 @@ void GridMappingDialog::build() {
         report();
     });
     column->Add(m_gradient, 0, wxLEFT | wxRIGHT | wxTOP, scaleByDpi(kOuterSpace));
+    column->AddSpacer(scaleByDpi(kGap));
 
     // The preview lies under the ramp, whose ends are the gradient control's margins in.
     const int rampInset = m_gradient->geometry().margin();
@@ -219,6 +220,7 @@ void GridMappingDialog::build() {
     buttons->Add(button(L"Cancel", [this] { close(wxCANCEL); }));
     column->Add(buttons, 0, wxEXPAND | wxALL, scaleByDpi(kOuterSpace));
 
+    applySkinRecursive(this, skin);
     SetSizerAndFit(column);
 }
 
@@ -245,6 +247,7 @@ Button* GridMappingDialog::button(const wxString& label) const {
 void GridMappingDialog::report() {
     if (m_callbacks)
         m_callbacks->onMappingChanged(m_mapping);
+    m_preview->Refresh(false); // painted by the host, which has just heard of the change
 }
 
 void GridMappingDialog::onInterpolation(int mode) {
