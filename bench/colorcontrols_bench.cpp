@@ -24,24 +24,6 @@ using Wx::Detail::SliderTrack;
 constexpr int kTrackLength = 256;
 constexpr int kFieldSize = 256;
 
-// A panel that paints one colour over its client area, changing with every repaint.
-class PlainFill : public wxPanel {
-public:
-    explicit PlainFill(wxWindow* parent) : wxPanel(parent) {
-        SetBackgroundStyle(wxBG_STYLE_PAINT);
-        Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
-            wxAutoBufferedPaintDC dc(this);
-            ++m_shade;
-            dc.SetPen(*wxTRANSPARENT_PEN);
-            dc.SetBrush(wxBrush(wxColour(m_shade, 128, 255 - m_shade)));
-            dc.DrawRectangle(GetClientSize());
-        });
-    }
-
-private:
-    unsigned char m_shade = 0;
-};
-
 // The hue track: the colour changes before every repaint, so the track is rebuilt each time.
 void SliderTrackRepaint_ColorSlider(benchmark::State& state) {
     StartedLibrary library(state);

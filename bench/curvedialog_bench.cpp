@@ -34,22 +34,6 @@ public:
     void onWindowClosed(wxWindow*) override {}
 };
 
-// Construct (which shows), paint once, destroy.
-template <class Open>
-void openPaintDestroy(benchmark::State& state, Open open) {
-    StartedLibrary library(state);
-    if (!library.ok())
-        return;
-    Host host;
-    for (auto _ : state) {
-        wxFrame* frame = open(host.frame);
-        Host::settle();
-        frame->Update();
-        frame->Destroy();
-        Host::settle();
-    }
-}
-
 void OpenCurveDialog_CurveDialog(benchmark::State& state) {
     const auto callbacks = makeShared<Callbacks>();
     openPaintDestroy(state, [&](wxWindow* parent) {

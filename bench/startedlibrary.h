@@ -4,7 +4,9 @@
 
 #include <benchmark/benchmark.h>
 #include <wx/app.h>
+#include <wx/dcbuffer.h>
 #include <wx/frame.h>
+#include <wx/panel.h>
 
 /// Keeps the library started for one benchmark run, outside the timed loop; skips the benchmark
 /// without an X display.
@@ -23,6 +25,9 @@ public:
 class Host {
 public:
     Host() : frame(new wxFrame(nullptr, wxID_ANY, "bench", wxPoint(0, 0), wxSize(400, 300))) {
+        // A frame stretches a sole child over its client area; a hidden second child keeps
+        // every measured control at the size it was given.
+        (new wxWindow(frame, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
         frame->Show();
         settle();
     }
@@ -37,3 +42,37 @@ public:
     }
     wxFrame* frame;
 };
+
+// A panel that paints one colour over its client area, changing with every repaint.
+class PlainFill : public wxPanel {
+public:
+    explicit PlainFill(wxWindow* parent) : wxPanel(parent) {
+        SetBackgroundStyle(wxBG_STYLE_PAINT);
+        Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
+            wxAutoBufferedPaintDC dc(this);
+            ++m_shade;
+            dc.SetPen(*wxTRANSPARENT_PEN);
+            dc.SetBrush(wxBrush(wxColour(m_shade, 128, 255 - m_shade)));
+            dc.DrawRectangle(GetClientSize());
+        });
+    }
+
+private:
+    unsigned char m_shade = 0;
+};
+
+// Construct (which shows), paint once, destroy.
+template <class Open>
+inline void openPaintDestroy(benchmark::State& state, Open open) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    Host host;
+    for (auto _ : state) {
+        wxFrame* frame = open(host.frame);
+        Host::settle();
+        frame->Update();
+        frame->Destroy();
+        Host::settle();
+    }
+}

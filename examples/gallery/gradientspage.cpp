@@ -52,8 +52,8 @@ public:
         m_heights.reserve(static_cast<std::size_t>(side) * side);
         for (int y = 0; y < side; ++y)
             for (int x = 0; x < side; ++x)
-                m_heights.push_back(heightAt(static_cast<float>(x) / side,
-                                             static_cast<float>(y) / side));
+                m_heights.push_back(
+                    heightAt(static_cast<float>(x) / side, static_cast<float>(y) / side));
         m_max = *std::max_element(m_heights.begin(), m_heights.end());
         mapping.gradient = terrainColors();
         mapping.inputScale = 0.5f;
@@ -62,12 +62,12 @@ public:
     void onMappingChanged(const Wx::GridMapping& changed) override {
         mapping = changed;
         if (onChange)
-            onChange(wxString::Format("onMappingChanged: %d points, %s curve of %d points, "
-                                      "scale %g",
-                                      mapping.gradient.points().size(),
-                                      mapping.curve.interpolation() == Curve::Cubic ? "cubic"
-                                                                                    : "linear",
-                                      mapping.curve.points().size(), mapping.inputScale));
+            onChange(
+                wxString::Format("onMappingChanged: %d points, %s curve of %d points, "
+                                 "scale %g",
+                                 mapping.gradient.points().size(),
+                                 mapping.curve.interpolation() == Curve::Cubic ? "cubic" : "linear",
+                                 mapping.curve.points().size(), mapping.inputScale));
     }
     float computeAutoScale() override { return 1.f / m_max; }
     /// The strip spans the field's heights, from 0 to the highest.
@@ -122,9 +122,9 @@ Wx::GridMappingDialog* openHeightFieldMapping(wxWindow* parent, wxPoint position
 
 wxWindow* createGradientsPage(wxWindow* parent) {
     auto* page = new wxPanel(parent);
-    auto* log = new Wx::TextCtrl(page, wxID_ANY, wxEmptyString, wxDefaultPosition,
-                                 Wx::scaleByDpi(wxSize(kControlWidth, 90)),
-                                 wxTE_MULTILINE | wxTE_READONLY);
+    auto* log =
+        new Wx::TextCtrl(page, wxID_ANY, wxEmptyString, wxDefaultPosition,
+                         Wx::scaleByDpi(wxSize(kControlWidth, 90)), wxTE_MULTILINE | wxTE_READONLY);
     const auto write = [log](const wxString& line) {
         log->appendText(line + "\n");
     };
@@ -166,8 +166,8 @@ wxWindow* createGradientsPage(wxWindow* parent) {
             }
             const wxPoint beside =
                 view->GetScreenPosition() + wxPoint(view->GetSize().x + Wx::scaleByDpi(kGap), 0);
-            host->dialog = new Wx::GridMappingDialog(view, String(L"Height mapping"),
-                                                     host->mapping, resetMapping(), host, beside);
+            host->dialog = new Wx::GridMappingDialog(view, String(L"Height mapping"), host->mapping,
+                                                     resetMapping(), host, beside);
         });
 
     auto* column = new wxBoxSizer(wxVERTICAL);
