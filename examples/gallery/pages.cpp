@@ -5,6 +5,7 @@
 #include "curvepanelpage.h"
 #include "gallerypage.h"
 #include "gradientspage.h"
+#include "imagetoolspage.h"
 #include "librarypage.h"
 #include "spinnerspage.h"
 #include "textpage.h"
@@ -36,6 +37,7 @@ std::vector<GalleryPage> galleryPages() {
         {"Colour controls", "colour-controls", &createColorControlsPage},
         {"Colour picker", "colour-picker", &createColorPickerPage},
         {"Gradients", "gradients", &createGradientsPage},
+        {"Image tools", "image-tools", &createImageToolsPage},
     };
 }
 

@@ -1,6 +1,7 @@
 #include "screenshots.h"
 #include "galleryframe.h"
 #include "gradientspage.h"
+#include "imagetoolspage.h"
 
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
@@ -8,6 +9,7 @@
 #include <varnellibwx/widgets/colorpicker.h>
 #include <varnellibwx/widgets/curvedialog.h>
 #include <varnellibwx/widgets/gridmappingdialog.h>
+#include <varnellibwx/widgets/imagesavesettingsdialog.h>
 #include <varnellibwx/windowcapture.h>
 #include <varnellibwx/windowutils.h>
 
@@ -159,6 +161,14 @@ bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
     return saved;
 }
 
+// The save settings dialog as a file type of floats only offers it.
+bool saveImageSaveSettingsScreenshot(GalleryFrame& frame, const wxString& path) {
+    DialogCapture capture(path);
+    Wx::showImageSaveSettingsDialog(&frame, {Wx::ImageColorFormat::LinearHalf, true},
+                                    {{false, false, true, true}, true});
+    return capture.saved();
+}
+
 // The grid mapping dialog over the gallery's height field.
 bool saveGridMappingScreenshot(GalleryFrame& frame, const wxString& path) {
     Wx::GridMappingDialog* dialog = openHeightFieldMapping(&frame, {40, 40});
@@ -183,6 +193,10 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
     for (std::size_t index = 0; index < frame.pages().size(); ++index) {
         frame.showPage(static_cast<int>(index));
         settle(frame);
+        if (frame.pages()[index].fileName == "image-tools") {
+            showProbeAtFixedPixel(frame.page());
+            settle(frame);
+        }
         failures += countCutOffControls(*frame.page(), *frame.page());
         const wxString path =
             wxFileName(directory, frame.pages()[index].fileName, "png").GetFullPath();
@@ -198,6 +212,7 @@ int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
         {"colour-picker-dialog", &savePickerScreenshot},
         {"curve-dialog", &saveCurveDialogScreenshot},
         {"grid-mapping-dialog", &saveGridMappingScreenshot},
+        {"image-save-settings-dialog", &saveImageSaveSettingsScreenshot},
     };
     for (const auto& [name, save] : dialogs) {
         const wxString dialogPath = wxFileName(directory, name, "png").GetFullPath();

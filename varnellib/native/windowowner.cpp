@@ -20,6 +20,15 @@ WindowHandle getTopLevelHandle(WindowHandle window) {
     return WindowHandle(toplevelOf(window));
 }
 
+void setInputTransparent(WindowHandle window) {
+    auto* widget = static_cast<GtkWidget*>(window.native());
+    if (!widget || !GTK_IS_WIDGET(widget))
+        return;
+    cairo_region_t* nothing = cairo_region_create();
+    gtk_widget_input_shape_combine_region(widget, nothing);
+    cairo_region_destroy(nothing);
+}
+
 WindowHandle getOwnerAsNativeHandle(WindowHandle window) {
     GtkWindow* top = toplevelOf(window);
     return WindowHandle(top ? gtk_window_get_transient_for(top) : nullptr);

@@ -17,6 +17,10 @@ VARNEL_LIB_EXPORT WindowHandle getOwnerAsNativeHandle(WindowHandle window);
 /// returns the previous owner.
 VARNEL_LIB_EXPORT WindowHandle setOwnerFromNativeHandle(WindowHandle window, WindowHandle owner);
 
+/// Makes the window let every pointer event through to what lies below it (an empty input
+/// shape), as a popup that follows the pointer must. Nothing happens for an empty handle.
+VARNEL_LIB_EXPORT void setInputTransparent(WindowHandle window);
+
 /// While it lives, the given window's top-level window takes no input; its earlier state comes
 /// back on destruction. Used around modal dialogs shown over a host's native window.
 class VARNEL_LIB_EXPORT WindowDisabler {

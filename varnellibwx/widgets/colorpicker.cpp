@@ -13,6 +13,7 @@
 #include <varnellibwx/widgets/eyedropperbutton.h>
 #include <varnellibwx/widgets/hexcoloredit.h>
 #include <varnellibwx/widgets/hwbslice.h>
+#include <varnellibwx/widgets/radiobutton.h>
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textcontrol.h>
@@ -48,7 +49,6 @@ constexpr int kMarkerCancel = 0;
 constexpr int kLabelWidth = 70;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
-constexpr int kRadioIndicator = 24; // GTK's circle and the gap after it
 constexpr int kGap = 6;
 const wxSize kRowSlider(200, 14);
 const wxSize kSliceSize(200, 150);
@@ -251,15 +251,7 @@ wxSizer* ColorPicker::buildSlice() {
 wxSizer* ColorPicker::buildSettings() {
     auto* settings = new wxBoxSizer(wxHORIZONTAL);
     for (int i = 0; i < 3; ++i) {
-        auto* radio = new wxRadioButton(this, wxID_ANY, kRangeLabels[i], wxDefaultPosition,
-                                        wxDefaultSize, i == 0 ? wxRB_GROUP : 0);
-        radio->SetFont(setupStaticTextFont(radio->GetFont(), {}));
-        // GTK reports the size for the old font until it restyles; the indicator, its gap and
-        // the label at the new one.
-        const wxSize text = radio->GetTextExtent(kRangeLabels[i]);
-        const wxSize reported = radio->GetBestSize();
-        radio->SetMinSize(wxSize(std::max(reported.x, text.x + scaleByDpi(kRadioIndicator)),
-                                 std::max({reported.y, text.y, scaleByDpi(kRadioIndicator - 6)})));
+        wxRadioButton* radio = makeRadioButton(this, kRangeLabels[i], i == 0);
         radio->Bind(wxEVT_RADIOBUTTON, [this, i](wxCommandEvent&) { setRange(Range(i)); });
         new Tooltip(radio, String(kRangeHelp));
         settings->Add(radio, 0, wxRIGHT | wxALIGN_CENTER_VERTICAL, scaleByDpi(kGap));

@@ -1,0 +1,215 @@
+#include <varnellibwx/widgets/pixelprobe.h>
+
+#include <varnellib/native/windowowner.h>
+#include <varnellibwx/dpi.h>
+#include <varnellibwx/fonts.h>
+#include <varnellibwx/windowutils.h>
+
+#include <wx/dcbuffer.h>
+#include <wx/dcmemory.h>
+
+#include <clocale>
+#include <cstdio>
+#include <locale.h>
+#include <string_view>
+
+namespace Varnel::Wx {
+
+namespace {
+
+constexpr int kPadding = 6;
+constexpr int kBlockGap = 12;
+constexpr int kPatchWidth = 36;
+const wxColour kFrame(105, 105, 105);
+
+/// The "C" locale, made once: printing switches to it on its own thread only, so a host's
+/// locale (with a comma for the point) stays in force everywhere else.
+locale_t cLocale() {
+    static const locale_t locale = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
+    return locale;
+}
+
+template <class... Args>
+std::string print(const char* format, Args... args) {
+    const locale_t previous = uselocale(cLocale());
+    const int length = std::snprintf(nullptr, 0, format, args...);
+    std::string text(static_cast<std::size_t>(length > 0 ? length : 0), '\0');
+    std::snprintf(text.data(), text.size() + 1, format, args...);
+    uselocale(previous);
+    return text;
+}
+
+} // namespace
+
+PixelProbe::PixelProbe(wxWindow* view, const GuiSkin& skin)
+    : wxPopupWindow(view, wxBORDER_NONE), m_view(view), m_viewTop(wxGetTopLevelParent(view)),
+      m_skin(skin) {
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    SetFont(setupStaticTextFont(view->GetFont(), {}));
+    SetBackgroundColour(toWxColour(skin.darkBackground));
+    SetForegroundColour(toWxColour(skin.text));
+    Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
+        wxAutoBufferedPaintDC dc(this);
+        paint(dc);
+    });
+    setInputTransparent(getWindowNativeHandle(this));
+    if (m_viewTop)
+        m_viewTop->Bind(wxEVT_CHAR_HOOK, &PixelProbe::onKey, this);
+    // Hidden with the view, or with any window around it (a page switched away, the frame).
+    for (wxWindow* window = m_view; window; window = window->GetParent()) {
+        window->Bind(wxEVT_SHOW, &PixelProbe::onViewShown, this);
+        m_watched.push_back(window);
+        if (window->IsTopLevel())
+            break;
+    }
+}
+
+PixelProbe::~PixelProbe() {
+    if (m_viewTop)
+        m_viewTop->Unbind(wxEVT_CHAR_HOOK, &PixelProbe::onKey, this);
+    for (wxWindow* window : m_watched)
+        window->Unbind(wxEVT_SHOW, &PixelProbe::onViewShown, this);
+}
+
+void PixelProbe::show(const PixelProbeValues& values, wxPoint pointer) {
+    m_values = values;
+    std::array<std::string, 4> texts = Detail::pixelProbeTexts(values);
+    const bool sameTexts = texts == m_texts;
+    if (!sameTexts)
+        layOut(std::move(texts));
+    const Bucket monitor =
+        getMonitorRegionByPoint({pointer.x, pointer.y}, MonitorRegionType::WholeMonitor);
+    const wxPoint at =
+        Detail::pixelProbePosition(wxRect(monitor.x, monitor.y, monitor.width, monitor.height),
+                                   GetSize(), pointer, scaleByDpi(kPointerOffset));
+    if (at != GetPosition())
+        Move(at);
+    if (!IsShown())
+        Show();
+    else if (!sameTexts)
+        Refresh(false);
+}
+
+void PixelProbe::hide() {
+    if (IsShown())
+        Hide();
+}
+
+void PixelProbe::layOut(std::array<std::string, 4>&& texts) {
+    m_texts = std::move(texts);
+    const int padding = scaleByDpi(kPadding);
+    int x = padding;
+    int lines = 0;
+    for (std::size_t i = 0; i < m_texts.size(); ++i) {
+        int width = 0;
+        std::string_view rest = m_texts[i];
+        for (int count = 1;; ++count) {
+            const std::size_t end = rest.find('\n');
+            width = std::max(width, lineWidth(rest.substr(0, end)));
+            if (end == std::string_view::npos) {
+                lines = std::max(lines, count);
+                break;
+            }
+            rest.remove_prefix(end + 1);
+        }
+        m_columns[i] = x;
+        x += width + scaleByDpi(kBlockGap);
+    }
+    m_columns[4] = x;
+    m_textHeight = lines * m_lineHeight;
+    const wxSize size(x + scaleByDpi(kPatchWidth) + padding, m_textHeight + 2 * padding);
+    if (size != GetSize())
+        SetSize(size);
+}
+
+int PixelProbe::lineWidth(std::string_view line) {
+    // A line is a label ("R: ", "Position:") and perhaps a number after its last space. Labels
+    // are measured once; a number counts as many of the widest glyph a number prints as it has
+    // characters, so the columns hold still while the pointer moves (and no text is shaped just
+    // to be measured).
+    static constexpr std::string_view kNumberGlyphs = "0123456789.-+naif";
+    const std::size_t space = line.rfind(' ');
+    std::string_view number = space == std::string_view::npos ? line : line.substr(space + 1);
+    if (number.find_first_not_of(kNumberGlyphs) != std::string_view::npos)
+        number = {};
+    const std::string_view label = line.substr(0, line.size() - number.size());
+    auto known = m_labelWidths.find(label);
+    if (known == m_labelWidths.end() || m_numberGlyph == 0) {
+        wxMemoryDC dc;
+        dc.SetFont(GetFont());
+        if (m_numberGlyph == 0) {
+            for (const char glyph : kNumberGlyphs)
+                m_numberGlyph = std::max(m_numberGlyph, dc.GetTextExtent(wxString(glyph)).x);
+            m_lineHeight = dc.GetCharHeight();
+        }
+        known = m_labelWidths
+                    .emplace(std::string(label),
+                             dc.GetTextExtent(wxString::FromUTF8(label.data(), label.size())).x)
+                    .first;
+    }
+    return known->second + static_cast<int>(number.size()) * m_numberGlyph;
+}
+
+void PixelProbe::paint(wxDC& dc) const {
+    const wxSize size = GetClientSize();
+    dc.SetPen(wxPen(kFrame, 1));
+    dc.SetBrush(wxBrush(toWxColour(m_skin.darkBackground)));
+    dc.DrawRectangle(wxPoint(0, 0), size);
+    dc.SetFont(GetFont());
+    dc.SetTextForeground(toWxColour(m_skin.text));
+    const int padding = scaleByDpi(kPadding);
+    for (std::size_t i = 0; i < m_texts.size(); ++i)
+        dc.DrawText(wxString::FromUTF8(m_texts[i]), m_columns[i], padding);
+    const Rgb& shown = m_values.tonemapped;
+    dc.SetBrush(wxBrush(wxColour(unitToByte(shown.r), unitToByte(shown.g), unitToByte(shown.b))));
+    dc.DrawRectangle(wxRect(m_columns[4], padding, scaleByDpi(kPatchWidth), m_textHeight));
+}
+
+void PixelProbe::onKey(wxKeyEvent& event) {
+    if (IsShown() && event.GetKeyCode() == WXK_ESCAPE) {
+        hide();
+        return;
+    }
+    event.Skip();
+}
+
+void PixelProbe::onViewShown(wxShowEvent& event) {
+    event.Skip();
+    if (!event.IsShown())
+        hide();
+}
+
+namespace Detail {
+
+std::array<std::string, 4> pixelProbeTexts(const PixelProbeValues& values) {
+    const Rgb& o = values.original;
+    const Rgb& t = values.tonemapped;
+    const auto d = [](float lane) {
+        return static_cast<double>(lane);
+    };
+    return {
+        print("Position:\n%d\n%d", values.pixel.x, values.pixel.y),
+        print("Original\nLinear RGB:\nR: %.5f\nG: %.5f\nB: %.5f\nA: %.5f", d(o.r), d(o.g), d(o.b),
+              d(o.a)),
+        print("Tonemapped\nsRGB:\nR: %.5f\nG: %.5f\nB: %.5f\nA: %.5f", d(t.r), d(t.g), d(t.b),
+              d(t.a)),
+        print("Tonemapped\nsRGB 8-bit:\nR: %d\nG: %d\nB: %d\nA: %d", int(unitToByte(t.r)),
+              int(unitToByte(t.g)), int(unitToByte(t.b)), int(unitToByte(t.a))),
+    };
+}
+
+wxPoint pixelProbePosition(const wxRect& monitor, wxSize size, wxPoint pointer, int offset) {
+    const auto place = [offset](int64 at, int64 extent, int64 start, int64 length) {
+        int64 position = at + offset;
+        if (position + extent > start + length)
+            position = at - offset - extent;
+        // Wholly inside, the start edge winning when the probe is larger than the monitor.
+        position = std::min(position, start + length - extent);
+        return static_cast<int>(std::max(position, start));
+    };
+    return {place(pointer.x, size.x, monitor.x, monitor.width),
+            place(pointer.y, size.y, monitor.y, monitor.height)};
+}
+
+} // namespace Detail
+} // namespace Varnel::Wx
