@@ -9,6 +9,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth clang-format doxygen
     colord-data locales fonts-dejavu-core adwaita-icon-theme
+    libopenexr-dev libpng-dev libtiff-dev libstb-dev
 )
 
 as_root() {

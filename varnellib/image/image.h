@@ -58,6 +58,8 @@ public:
     void setRgba(int x, int y, const Rgb& color);
 
     const uint8* data() const noexcept { return m_data.data(); }
+    /// The pixels for writing, laid out as the descriptor says (rows from the bottom up).
+    uint8* data() noexcept { return m_data.data(); }
 
 private:
     std::size_t offset(int x, int y) const;
