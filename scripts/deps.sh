@@ -10,6 +10,7 @@ packages=(
     xvfb xauth clang-format doxygen
     colord-data locales fonts-dejavu-core adwaita-icon-theme
     libopenexr-dev libpng-dev libtiff-dev libstb-dev
+    weston dbus python3-gi
 )
 
 as_root() {

@@ -13,6 +13,8 @@ wxImage captureScreenRect(const wxRect& screenRect) {
         return {};
     const Stack<RgbBytes> pixels =
         getScreenRegionBytes({screenRect.x, screenRect.y, screenRect.width, screenRect.height});
+    if (pixels.isEmpty())
+        return {};
     wxImage image(screenRect.width, screenRect.height, false);
     static_assert(sizeof(RgbBytes) == 3);
     std::memcpy(image.GetData(), pixels.data(), pixels.size() * sizeof(RgbBytes));
@@ -21,6 +23,16 @@ wxImage captureScreenRect(const wxRect& screenRect) {
 
 wxImage captureWindow(const wxWindow& window) {
     return captureScreenRect(window.GetScreenRect());
+}
+
+wxImage drawWindow(wxWindow& window) {
+    int width = 0, height = 0;
+    const Stack<RgbBytes> pixels = drawWidget(WindowHandle(window.GetHandle()), width, height);
+    if (pixels.isEmpty())
+        return {};
+    wxImage image(width, height, false);
+    std::memcpy(image.GetData(), pixels.data(), pixels.size() * sizeof(RgbBytes));
+    return image;
 }
 
 } // namespace Varnel::Wx

@@ -10,11 +10,17 @@ class wxWindow;
 namespace Varnel::Wx {
 
 /// The pixels inside a rectangle of the screen, as the display shows them now (whatever window
-/// is on top). Parts outside the screen read as black.
+/// is on top). Parts outside the screen read as black. An invalid image where the screen cannot
+/// be read (a Wayland display).
 VARNEL_LIBWX_EXPORT wxImage captureScreenRect(const wxRect& screenRect);
 
 /// What a window shows on screen, over its whole rectangle (a frame with its menu bar and
 /// borders drawn by the toolkit).
 VARNEL_LIBWX_EXPORT wxImage captureWindow(const wxWindow& window);
+
+/// What a window draws of itself and its children, through their own drawing into an image of
+/// its size (not read from the screen: it works on every display). Invalid for a window that is
+/// not realised.
+VARNEL_LIBWX_EXPORT wxImage drawWindow(wxWindow& window);
 
 } // namespace Varnel::Wx

@@ -22,6 +22,8 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <functional>
+#include <set>
 
 namespace Varnel::Gallery {
 
@@ -42,12 +44,15 @@ void settle(wxWindow& frame) {
     Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(&frame), 2, 1000);
 }
 
-/// Photographs the first modal dialog shown while it lives, from inside the dialog's own loop: once
-/// the dialog has been on screen for a few ticks (so that it has painted), it is captured and
-/// closed.
+/// Acts on the first modal dialog shown while it lives, from inside the dialog's own loop: once
+/// the dialog has been on screen for a few ticks (so that it has painted), `act` runs on it (by
+/// default: the dialog photographed into `path`) and the dialog is closed.
 class DialogCapture : public wxModalDialogHook, public wxTimer {
 public:
     explicit DialogCapture(wxString path) : m_path(std::move(path)) { Register(); }
+    explicit DialogCapture(std::function<bool(wxDialog&)> act) : m_act(std::move(act)) {
+        Register();
+    }
     ~DialogCapture() override {
         Stop();
         Unregister();
@@ -75,11 +80,13 @@ private:
         m_shownTicks = m_dialog->IsShownOnScreen() ? m_shownTicks + 1 : 0;
         if (m_shownTicks < kTicksShown && m_ticks < kTicksAtMost)
             return;
-        m_saved = Wx::captureWindow(*m_dialog).SaveFile(m_path, wxBITMAP_TYPE_PNG);
+        m_saved = m_act ? m_act(*m_dialog)
+                        : Wx::captureWindow(*m_dialog).SaveFile(m_path, wxBITMAP_TYPE_PNG);
         m_dialog->Close();
     }
 
     wxString m_path;
+    std::function<bool(wxDialog&)> m_act;
     wxDialog* m_dialog = nullptr;
     int m_ticks = 0;
     int m_shownTicks = 0;
@@ -182,7 +189,72 @@ bool saveGridMappingScreenshot(GalleryFrame& frame, const wxString& path) {
     return saved;
 }
 
+// A window's own drawing of itself (not the screen: there may be none to read) holds more than
+// a blank: at least three colours.
+bool drawsItself(wxWindow& window, const char* name) {
+    const wxImage drawn = Wx::drawWindow(window);
+    std::set<unsigned long> colours;
+    if (drawn.IsOk()) {
+        const unsigned char* p = drawn.GetData();
+        const std::size_t count = std::size_t(drawn.GetWidth()) * std::size_t(drawn.GetHeight());
+        for (std::size_t i = 0; i < count && colours.size() < 3; ++i, p += 3)
+            colours.insert((unsigned long)p[0] << 16 | (unsigned long)p[1] << 8 | p[2]);
+    }
+    const bool painted = colours.size() >= 3;
+    std::printf("%s: %s\n", name, painted ? "painted" : "NOT PAINTED");
+    return painted;
+}
+
+// Shows a top-level window, waits until it is on screen and settled, and checks its drawing.
+bool showAndCheck(GalleryFrame& frame, wxTopLevelWindow& window, const char* name) {
+    window.Show();
+    for (int round = 0; round < 50 && !window.IsShownOnScreen(); ++round)
+        settle(frame);
+    settle(frame);
+    return drawsItself(window, name);
+}
+
 } // namespace
+
+int checkPainting(GalleryFrame& frame) {
+    int failures = 0;
+    for (std::size_t index = 0; index < frame.pages().size(); ++index) {
+        frame.showPage(static_cast<int>(index));
+        settle(frame);
+        failures += !drawsItself(*frame.page(), frame.pages()[index].fileName.utf8_str().data());
+    }
+    {
+        Wx::ColorPicker picker(&frame, String(L"Color Selector: Check"), wxDefaultPosition,
+                               Rgb(0.8f, 0.35f, 0.1f, 1.f), Wx::ColorPicker::DialogType::Normal,
+                               Wx::ColorPicker::ColorFormat::Rgba);
+        failures += !showAndCheck(frame, picker, "colour-picker-dialog");
+        picker.Hide();
+    }
+    {
+        Wx::ImageSaveSettingsDialog dialog(&frame, {});
+        failures += !showAndCheck(frame, dialog, "image-save-settings-dialog");
+        dialog.Hide();
+    }
+    auto* curves = new Wx::CurveDialog(&frame, Wx::GuiSkin(), String(L"Curves"), ColorCurve(),
+                                       makeShared<ScreenshotCurves>());
+    failures += !showAndCheck(frame, *curves, "curve-dialog");
+    curves->Destroy();
+    Wx::GridMappingDialog* mapping = openHeightFieldMapping(&frame, {40, 40});
+    failures += !showAndCheck(frame, *mapping, "grid-mapping-dialog");
+    mapping->Destroy();
+    bool messagePainted = false;
+    {
+        DialogCapture check([&](wxDialog& dialog) {
+            return messagePainted = drawsItself(dialog, "message-dialog");
+        });
+        Wx::showOkDialog(Wx::getWindowNativeHandle(&frame), String(L"Vellum"),
+                         String(L"A message dialog drawn for the check."),
+                         Wx::MessageDialogIcon::Warning);
+    }
+    failures += !messagePainted;
+    settle(frame);
+    return failures;
+}
 
 int saveScreenshots(GalleryFrame& frame, const wxString& directory) {
     if (!wxFileName::Mkdir(directory, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL)) {

@@ -83,6 +83,14 @@ TEST_F(Native, ScreenColoursAreDecodedToLinearInOneCapture) {
     const Rgb expected(srgbByteToLinear(128), 1.f, srgbByteToLinear(10), 1.f);
     EXPECT_EQ(colors(0, 0), expected);
     EXPECT_EQ(colors(39, 29), expected);
+    EXPECT_FLOAT_EQ(srgbToLinear(128 / 255.f), srgbByteToLinear(128));
+
+    // The panel's own drawing, without the screen: what the Wayland paint check reads.
+    int width = 0, height = 0;
+    const Stack<RgbBytes> drawn = drawWidget(handleOf(*panel), width, height);
+    ASSERT_EQ(width * height, 40 * 30);
+    EXPECT_EQ(drawn[0], (RgbBytes{128, 255, 10}));
+    EXPECT_EQ(drawn[40 * 30 - 1], (RgbBytes{128, 255, 10}));
 }
 
 TEST_F(Native, PixelsOffEveryMonitorComeBackTransparent) {

@@ -29,6 +29,9 @@ struct Watch {
     GtkWidget* toplevel;
     int inputOpcode;
     Function<void(Pixel)>* onOutsideClick;
+    bool x11;                       // reading the X server's events, else GTK's own grab
+    unsigned long pressHandler = 0; // GTK's grab: the toplevel's press handler
+    bool seatGrabbed = false;
 };
 
 // Sees the X server's events before the toolkit translates them, whatever window they are for:
@@ -53,6 +56,19 @@ GdkFilterReturn onXEvent(GdkXEvent* native, GdkEvent*, gpointer data) {
     if (!isInside(watch.toplevel, x, y))
         (*watch.onOutsideClick)(Pixel{static_cast<int32>(x), static_cast<int32>(y)});
     return GDK_FILTER_CONTINUE;
+}
+
+// Without X (a Wayland display) no program sees presses outside its own windows: GTK's own grab
+// sends the presses on the application's other windows to the watched window, where they are
+// told apart by the window they were meant for. Global coordinates do not exist there; the
+// position is GDK's idea of it.
+gboolean onGrabbedPress(GtkWidget*, GdkEventButton* event, gpointer data) {
+    const auto& watch = *static_cast<Watch*>(data);
+    GdkWindow* own = gtk_widget_get_window(watch.toplevel);
+    if (event->window && gdk_window_get_toplevel(event->window) != own)
+        (*watch.onOutsideClick)(
+            Pixel{static_cast<int32>(event->x_root), static_cast<int32>(event->y_root)});
+    return FALSE;
 }
 
 gboolean onMapped(GtkWidget*, GdkEvent*, gpointer data) {
@@ -82,10 +98,18 @@ OutsideClickWatch::~OutsideClickWatch() {
     if (m_mapHandler)
         g_signal_handler_disconnect(m_toplevel, m_mapHandler);
     if (m_grabbing) {
-        gdk_window_remove_filter(nullptr, onXEvent, m_watch);
-        delete static_cast<Watch*>(m_watch);
-        gdk_seat_ungrab(
-            gdk_display_get_default_seat(gtk_widget_get_display(GTK_WIDGET(m_toplevel))));
+        auto* watch = static_cast<Watch*>(m_watch);
+        GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(watch->toplevel));
+        if (watch->x11) {
+            gdk_window_remove_filter(nullptr, onXEvent, watch);
+            gdk_seat_ungrab(seat);
+        } else {
+            g_signal_handler_disconnect(watch->toplevel, watch->pressHandler);
+            gtk_grab_remove(watch->toplevel);
+            if (watch->seatGrabbed && seat)
+                gdk_seat_ungrab(seat);
+        }
+        delete watch;
     }
     g_object_unref(m_toplevel);
 }
@@ -99,14 +123,26 @@ bool OutsideClickWatch::start() {
         return false;
     // Owner events: presses over the application's own windows still go to them, and only the
     // rest of the screen reports to the grab window.
-    GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(toplevel));
-    m_grabbing = gdk_seat_grab(seat, window, GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE, nullptr,
-                               nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
-    if (!m_grabbing)
-        return false;
-    m_watch =
-        new Watch{toplevel, inputExtensionOpcode(GDK_WINDOW_XDISPLAY(window)), &m_onOutsideClick};
-    gdk_window_add_filter(nullptr, onXEvent, m_watch);
+    GdkDisplay* display = gtk_widget_get_display(toplevel);
+    GdkSeat* seat = gdk_display_get_default_seat(display); // none on a compositor without input
+    const bool seatGrabbed =
+        seat && gdk_seat_grab(seat, window, GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE, nullptr,
+                              nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
+    if (GDK_IS_X11_DISPLAY(display)) {
+        if (!seatGrabbed)
+            return false;
+        m_watch = new Watch{toplevel, inputExtensionOpcode(GDK_WINDOW_XDISPLAY(window)),
+                            &m_onOutsideClick, true};
+        gdk_window_add_filter(nullptr, onXEvent, m_watch);
+    } else {
+        auto* watch = new Watch{toplevel, -1, &m_onOutsideClick, false};
+        watch->seatGrabbed = seatGrabbed;
+        gtk_grab_add(toplevel);
+        watch->pressHandler =
+            g_signal_connect(toplevel, "button-press-event", G_CALLBACK(onGrabbedPress), watch);
+        m_watch = watch;
+    }
+    m_grabbing = true;
     return true;
 }
 

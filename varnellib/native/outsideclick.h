@@ -10,7 +10,10 @@ namespace Varnel {
 /// another program's window (through a pointer grab that still lets the application's own
 /// windows receive their clicks), or on another window of the application (read from the X
 /// server's events before the toolkit dispatches them). Every press still goes on as usual.
-/// Used by message dialogs that close from outside. Main thread only.
+/// Where there is no X server (a Wayland display), the compositor shows no program another's
+/// presses: GTK's own grab reports the presses on the application's other windows, and the
+/// desktop's are seen only as a loss of focus, which the dialogs and lists watch as well. Used
+/// by message dialogs that close from outside. Main thread only.
 class VARNEL_LIB_EXPORT OutsideClickWatch {
 public:
     /// `onOutsideClick` gets the press's screen position.

@@ -7,18 +7,21 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace Varnel {
 
 namespace {
 
+float decode(double c) {
+    return static_cast<float>(c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
+}
+
 std::array<float, 256> makeSrgbTable() {
     std::array<float, 256> table{};
-    for (int i = 0; i < 256; ++i) {
-        const double c = i / 255.0;
-        table[static_cast<std::size_t>(i)] =
-            static_cast<float>(c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
-    }
+    for (int i = 0; i < 256; ++i)
+        table[static_cast<std::size_t>(i)] = decode(i / 255.0);
     return table;
 }
 
@@ -31,6 +34,10 @@ const std::array<float, 256>& srgbTable() {
 
 float srgbByteToLinear(uint8 value) {
     return srgbTable()[value];
+}
+
+float srgbToLinear(float encoded) {
+    return decode(encoded);
 }
 
 Bucket getScreenRegion(WindowHandle window) {
@@ -118,9 +125,44 @@ bool readScreen(const Bucket& region, Store&& store) {
 
 } // namespace
 
+bool isScreenReadable() {
+    GdkDisplay* display = gdk_display_get_default();
+    return display && GDK_IS_X11_DISPLAY(display);
+}
+
+Stack<RgbBytes> drawWidget(WindowHandle window, int& width, int& height) {
+    width = height = 0;
+    Stack<RgbBytes> pixels;
+    auto* widget = static_cast<GtkWidget*>(window.native());
+    if (!widget || !GTK_IS_WIDGET(widget) || !gtk_widget_get_realized(widget))
+        return pixels;
+    width = gtk_widget_get_allocated_width(widget);
+    height = gtk_widget_get_allocated_height(widget);
+    if (width <= 0 || height <= 0)
+        return pixels;
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+    cairo_t* cr = cairo_create(surface);
+    gtk_widget_draw(widget, cr);
+    cairo_destroy(cr);
+    cairo_surface_flush(surface);
+    const unsigned char* data = cairo_image_surface_get_data(surface);
+    const int stride = cairo_image_surface_get_stride(surface);
+    pixels.resize(width * height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            uint32_t word;
+            std::memcpy(&word, data + std::size_t(y) * std::size_t(stride) + 4 * std::size_t(x), 4);
+            pixels[y * width + x] =
+                RgbBytes{static_cast<uint8>(word >> 16), static_cast<uint8>(word >> 8),
+                         static_cast<uint8>(word)};
+        }
+    cairo_surface_destroy(surface);
+    return pixels;
+}
+
 Stack<RgbBytes> getScreenRegionBytes(const Bucket& region) {
     Stack<RgbBytes> bytes;
-    if (region.isEmpty())
+    if (region.isEmpty() || !isScreenReadable())
         return bytes;
     bytes.resize(region.width * region.height);
     readScreen(region,
@@ -129,6 +171,8 @@ Stack<RgbBytes> getScreenRegionBytes(const Bucket& region) {
 }
 
 BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
+    if (!isScreenReadable())
+        return {};
     BitmapImpl<Rgb> result(std::max(region.width, 0), std::max(region.height, 0));
     if (result.isEmpty())
         return result;

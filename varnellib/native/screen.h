@@ -12,17 +12,30 @@ namespace Varnel {
 /// a window that is not realised).
 VARNEL_LIB_EXPORT Bucket getScreenRegion(WindowHandle window);
 
+/// Whether this program may read the screen: true on an X display; a Wayland compositor lets no
+/// program read it (the desktop portal picks colours instead: colorportal.h).
+VARNEL_LIB_EXPORT bool isScreenReadable();
+
 /// The screen's pixels inside `region`, taken in one capture, as linear colours: each 8-bit
 /// channel is decoded with the sRGB transfer curve of IEC 61966-2-1 (linear below 0.04045,
 /// a 2.4 power above), alpha 1. Pixels of the region that lie on no monitor come back as
-/// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row.
+/// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row. Where the screen
+/// cannot be read (isScreenReadable), the answer is an empty bitmap: not available, never black.
 VARNEL_LIB_EXPORT BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region);
 
 /// The screen's pixels inside `region` as 8-bit red, green and blue, row by row from the top, read
-/// straight from the X server (never from a cached copy). Pixels on no monitor are black.
+/// straight from the X server (never from a cached copy). Pixels on no monitor are black. Empty
+/// where the screen cannot be read.
 VARNEL_LIB_EXPORT Stack<RgbBytes> getScreenRegionBytes(const Bucket& region);
+
+/// What a widget draws of itself, by its own drawing code into an image of its size (never read
+/// from the screen, so it works on every display, hidden windows excepted): row by row from the
+/// top, `width` and `height` set to the size. Empty for an empty handle or an unrealised widget.
+VARNEL_LIB_EXPORT Stack<RgbBytes> drawWidget(WindowHandle window, int& width, int& height);
 
 /// The sRGB decoding used above, for one 8-bit value.
 VARNEL_LIB_EXPORT float srgbByteToLinear(uint8 value);
+/// The same decoding for an encoded value in [0, 1] (the desktop portal's colours are such).
+VARNEL_LIB_EXPORT float srgbToLinear(float encoded);
 
 } // namespace Varnel

@@ -1,6 +1,7 @@
 #include <varnellibwx/widgets/colorpicker.h>
 
 #include <varnellib/base/stopexception.h>
+#include <varnellib/native/colorportal.h>
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/fonts.h>
 #include <varnellibwx/guiskin.h>
@@ -165,6 +166,10 @@ void ColorPicker::build(const Rgb& color) {
         choices.push({String(Detail::kAveragingChoices[row].label), row});
     m_averaging->setData(choices.view());
     m_averaging->selectIndex(0, false);
+    if (screenAccess() == ScreenAccess::Portal) { // the desktop picks single pixels
+        m_averaging->Enable(false);
+        new Tooltip(m_averaging, String(kAveragingPortalHelp));
+    }
     droppers->Add(m_averaging, 0, wxALIGN_CENTER_VERTICAL);
     right->Add(droppers, 0, wxBOTTOM, scaleByDpi(kGap));
     right->Add(buildSettings());

@@ -1,10 +1,12 @@
 #include <varnellibwx/widgets/eyedropperbutton.h>
 
 #include <varnellib/base/stopexception.h>
+#include <varnellib/native/colorportal.h>
 #include <varnellib/native/escapekey.h>
 #include <varnellib/native/screen.h>
 #include <varnellibwx/bitmapconversion.h>
 #include <varnellibwx/dpi.h>
+#include <varnellibwx/guiskin.h>
 #include <varnellibwx/resources/resources.h>
 #include <varnellibwx/widgets/colormodel.h>
 
@@ -62,13 +64,18 @@ EyeDropperButton::EyeDropperButton(wxWindow* parent, int id, const wxBitmap& ico
     // The hook sees Escape before a dialog around the button would take it as its cancel key.
     Bind(wxEVT_CHAR_HOOK, &EyeDropperButton::onKeyDown, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &EyeDropperButton::onCaptureLost, this);
-    setTooltip(help);
+    m_portal = screenAccess() == ScreenAccess::Portal;
+    m_unavailable = m_portal && !isColorPortalAvailable();
+    if (m_unavailable) // looks disabled, yet still shows why when the pointer rests on it
+        m_state.set(RawaBorderState::Enabled, false);
+    setTooltip(m_unavailable ? String(kNoPortalHelp) : help);
 }
 
 EyeDropperButton::~EyeDropperButton() {
-    // Destroyed in the middle of a pick: let go of the pointer, call nobody.
+    // Destroyed in the middle of a pick: let go of the pointer and the window's keys, call nobody.
     if (HasCapture())
         ReleaseMouse();
+    stopWatchingKeys();
 }
 
 wxBitmap EyeDropperButton::icon(Icon which) {
@@ -100,7 +107,13 @@ Rgb EyeDropperButton::sampleAtScreen(wxPoint screen) const {
 void EyeDropperButton::paint(wxDC& dc, wxSize size) const {
     const int inset = Detail::eyeDropperFaceInset(m_state);
     const wxRect face = wxRect(wxPoint(0, 0), size).Deflate(inset);
-    if (m_picking) {
+    if (m_picking && m_portal) { // the desktop is picking: the icon on the highlight
+        dc.SetPen(*wxTRANSPARENT_PEN);
+        dc.SetBrush(wxBrush(toWxColour(GuiSkin().toggledBackground)));
+        dc.DrawRectangle(face);
+        if (m_icon.IsOk())
+            dc.DrawBitmap(m_icon, face.GetTopLeft(), true);
+    } else if (m_picking) {
         const RgbBytes c = Detail::toRgbBytes(m_sampledColor);
         const wxColour colour(c.r, c.g, c.b);
         dc.SetPen(wxPen(colour));
@@ -120,8 +133,12 @@ void EyeDropperButton::onFacePaint(wxPaintEvent&) {
 }
 
 void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
-    if (m_picking || HasCapture()) {
+    if (m_picking || HasCapture() || m_unavailable) {
         event.Skip();
+        return;
+    }
+    if (m_portal) {
+        startPortalPick();
         return;
     }
     m_picking = true;
@@ -143,8 +160,30 @@ void EyeDropperButton::onLeftDown(wxMouseEvent& event) {
     SetFocus();
 }
 
+void EyeDropperButton::startPortalPick() {
+    m_picking = true;
+    m_onPickStarted();
+    m_focusToRestore = FindFocus();
+    // Escape anywhere in the window ends the pick: the window's key hook sees it wherever the
+    // focus is (there is no capture to hold the keys back, nor an X server to read them from).
+    m_keyWindow = wxGetTopLevelParent(this);
+    if (m_keyWindow)
+        m_keyWindow->Bind(wxEVT_CHAR_HOOK, &EyeDropperButton::onWindowKey, this);
+    m_portalRequest = std::make_unique<ColorPortalRequest>(
+        WindowHandle(wxGetTopLevelParent(this)->GetHandle()),
+        [this](const ColorPortalRequest::Answer& answer) {
+            if (!m_picking)
+                return;
+            if (answer && m_onPicked)
+                m_onPicked(Rgb(srgbToLinear((*answer)[0]), srgbToLinear((*answer)[1]),
+                               srgbToLinear((*answer)[2]), 1.f));
+            endPick();
+        });
+    Refresh(false);
+}
+
 void EyeDropperButton::onMotion(wxMouseEvent& event) {
-    if (!m_picking)
+    if (!m_picking || m_portal)
         return;
     m_sampledColor = sampleAtScreen(m_screenOrigin + event.GetPosition());
     // The face shows the sample in 8 bits: while those stay the same (a flat area under the
@@ -158,7 +197,7 @@ void EyeDropperButton::onMotion(wxMouseEvent& event) {
 }
 
 void EyeDropperButton::onLeftUp(wxMouseEvent& event) {
-    if (!m_picking)
+    if (!m_picking || m_portal)
         return;
     if (m_onPicked)
         m_onPicked(sampleAtScreen(m_screenOrigin + event.GetPosition()));
@@ -184,9 +223,24 @@ void EyeDropperButton::onCaptureLost(wxMouseCaptureLostEvent&) {
         endPick();
 }
 
+void EyeDropperButton::onWindowKey(wxKeyEvent& event) {
+    if (m_picking && event.GetKeyCode() == WXK_ESCAPE)
+        endPick();
+    else
+        event.Skip();
+}
+
+void EyeDropperButton::stopWatchingKeys() {
+    if (wxWindow* window = m_keyWindow.get())
+        window->Unbind(wxEVT_CHAR_HOOK, &EyeDropperButton::onWindowKey, this);
+    m_keyWindow = nullptr;
+}
+
 void EyeDropperButton::endPick() {
     m_picking = false;
     m_escapeWatch.reset();
+    m_portalRequest.reset(); // a late answer is ignored
+    stopWatchingKeys();
     SetCursor(wxCursor(wxCURSOR_ARROW));
     if (HasCapture())
         ReleaseMouse();

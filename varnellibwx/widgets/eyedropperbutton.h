@@ -15,8 +15,9 @@
 #include <memory>
 
 namespace Varnel {
+class ColorPortalRequest;
 class EscapeKeyWatch;
-}
+} // namespace Varnel
 
 namespace Varnel::Wx {
 
@@ -33,6 +34,14 @@ namespace Varnel::Wx {
 /// averaging radius, as linear colours; pixels off every monitor do not count. Between picks the
 /// face shows the icon. Owned by its parent; destroyed while picking, it lets go of the mouse and
 /// the cursor without calling anything.
+///
+/// Where no program may read the screen (a Wayland display: Varnel::screenAccess), a press asks
+/// the desktop portal to pick instead: the compositor shows its own picker, the face shows the
+/// icon on the highlight until the answer, and the answer (one sRGB pixel, decoded to linear as a
+/// screen sample is) is handed over as a release would hand it; a cancelled, failed or malformed
+/// answer, Escape or a right press end the pick without a colour, and a late answer is ignored.
+/// There is no sampling while the pointer moves and no averaging. Without a portal the button
+/// looks disabled, takes no presses and its tooltip says why (kNoPortalHelp).
 class VARNEL_LIBWX_EXPORT EyeDropperButton : public RawaBorder, public TooltipWindow {
 public:
     /// `icon` is the idle face (EyeDropperButton::icon gives the library's); `help` the tooltip.
@@ -50,6 +59,11 @@ public:
         L"inverse color is useful for example to select a color tint for the image.\n\nTo use "
         L"this picker, just drag the button to anywhere on the screen. While in this pick mode, "
         L"the sampled color will be displayed in the button.";
+    /// The tooltip of an eyedropper that cannot pick: the desktop has no colour-picking portal.
+    static constexpr const wchar_t* kNoPortalHelp =
+        L"Picking colours from the screen is not available: this desktop lets no program read "
+        L"the screen, and no desktop portal answers to pick a colour instead.";
+
     /// The library's pipette faces, drawn for the display's scale (a double-size image at 2x).
     static wxBitmap icon(Icon which);
 
@@ -58,6 +72,10 @@ public:
     void setAveragingRadius(int radius);
 
     bool isPicking() const { return m_picking; }
+    /// Whether picks go through the desktop portal (decided when the button is made).
+    bool picksThroughPortal() const { return m_portal; }
+    /// Whether the button can pick at all: false without a screen to read and without a portal.
+    bool canPick() const { return !m_unavailable; }
     /// The last colour sampled; shown only while picking.
     const Rgb& sampledColor() const { return m_sampledColor; }
     /// The averaged colour around a point of this button's client area.
@@ -75,6 +93,9 @@ public:
 
 private:
     Rgb sampleAtScreen(wxPoint screen) const;
+    void startPortalPick();
+    void onWindowKey(wxKeyEvent& event);
+    void stopWatchingKeys();
     void endPick();
     void onLeftDown(wxMouseEvent& event);
     void onMotion(wxMouseEvent& event);
@@ -97,6 +118,10 @@ private:
     // Escape while the mouse is captured: the toolkit does not deliver the key to a capturing
     // window, so the pick reads it from the X server while it lasts.
     std::unique_ptr<EscapeKeyWatch> m_escapeWatch;
+    bool m_portal = false;
+    bool m_unavailable = false;
+    std::unique_ptr<ColorPortalRequest> m_portalRequest; // while the portal picks
+    wxWeakRef<wxWindow> m_keyWindow; // whose key hook ends a portal pick on Escape
 };
 
 namespace Detail {

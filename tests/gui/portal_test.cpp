@@ -1,0 +1,190 @@
+// The eyedropper through the desktop portal, as on a Wayland display: a portal written for the
+// test (tests/portal/fake_portal.py) on a private session bus answers each pick as it is told.
+// The portal path is forced on the X display of the rest of the suite.
+#include "guitest.h"
+#include "input.h"
+#include "pump.h"
+
+#include <varnellib/native/colorportal.h>
+#include <varnellib/native/screen.h>
+#include <varnellibwx/stringconversion.h>
+#include <varnellibwx/widgets/colorpicker.h>
+#include <varnellibwx/widgets/combobox.h>
+#include <varnellibwx/widgets/eyedropperbutton.h>
+#include <varnellibwx/widgets/textcontrol.h>
+
+#include <gio/gio.h>
+#include <wx/frame.h>
+
+#include <cmath>
+#include <csignal>
+#include <optional>
+
+using namespace Varnel;
+using namespace Varnel::Wx;
+using namespace Varnel::Test;
+
+namespace {
+
+constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
+
+GDBusConnection* bus() {
+    static GDBusConnection* connection = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+    return connection;
+}
+
+bool portalRuns() {
+    GVariant* reply = g_dbus_connection_call_sync(
+        bus(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "NameHasOwner", g_variant_new("(s)", kPortal), G_VARIANT_TYPE("(b)"),
+        G_DBUS_CALL_FLAGS_NONE, 1000, nullptr, nullptr);
+    gboolean owned = FALSE;
+    if (reply) {
+        g_variant_get(reply, "(b)", &owned);
+        g_variant_unref(reply);
+    }
+    return owned;
+}
+
+std::string tellPortal(const char* method, const std::string& mode = {}) {
+    GVariant* reply = g_dbus_connection_call_sync(
+        bus(), kPortal, "/org/freedesktop/portal/desktop", "org.varnel.TestPortal", method,
+        mode.empty() ? nullptr : g_variant_new("(s)", mode.c_str()), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, 2000, nullptr, nullptr);
+    std::string answer;
+    if (reply && g_variant_is_of_type(reply, G_VARIANT_TYPE("(s)"))) {
+        const gchar* text = nullptr;
+        g_variant_get(reply, "(&s)", &text);
+        answer = text;
+    }
+    if (reply)
+        g_variant_unref(reply);
+    return answer;
+}
+
+class Portal : public GuiTest {
+protected:
+    void SetUp() override {
+        GuiTest::SetUp();
+        Varnel::Detail::setScreenAccessOverride(ScreenAccess::Portal);
+    }
+    void TearDown() override {
+        stopPortal();
+        Varnel::Detail::setScreenAccessOverride(std::nullopt);
+        GuiTest::TearDown();
+    }
+
+    void startPortal() {
+        const gchar* argv[] = {"/usr/bin/python3", VARNEL_FAKE_PORTAL, nullptr};
+        GError* error = nullptr;
+        ASSERT_TRUE(g_spawn_async(nullptr, const_cast<gchar**>(argv), nullptr, G_SPAWN_DEFAULT,
+                                  nullptr, nullptr, &m_portal, &error))
+            << (error ? error->message : "");
+        ASSERT_TRUE(pumpUntil(portalRuns, 10s)) << "the test's portal did not start";
+    }
+    void stopPortal() {
+        if (!m_portal)
+            return;
+        kill(m_portal, SIGTERM);
+        g_spawn_close_pid(m_portal);
+        m_portal = 0;
+        pumpUntil([] { return !portalRuns(); }, 5s);
+    }
+
+    // A text field that has the focus before the pick, and an eyedropper beside it.
+    EyeDropperButton& makeDropper() {
+        field = new TextControl(&parent(), wxID_ANY, String(L"focus"));
+        field->SetPosition(wxPoint(80, 20));
+        auto* dropper = new EyeDropperButton(
+            &parent(), wxID_ANY, EyeDropperButton::icon(EyeDropperButton::Icon::PickColor),
+            String(EyeDropperButton::kPickColorHelp));
+        dropper->SetPosition(wxPoint(20, 20));
+        dropper->callOnPicked([this](const Rgb& colour) { picked.push_back(colour); });
+        field->SetFocus();
+        pumpPending();
+        return *dropper;
+    }
+
+    GPid m_portal = 0;
+    Input input;
+    TextControl* field = nullptr;
+    std::vector<Rgb> picked;
+};
+
+} // namespace
+
+TEST_F(Portal, TheDesktopsColourArrivesLinearAndEveryOtherAnswerEndsThePickEmpty) {
+    startPortal();
+    EyeDropperButton& dropper = makeDropper();
+    ASSERT_TRUE(dropper.picksThroughPortal());
+    ASSERT_TRUE(dropper.canPick());
+    struct Row {
+        const char* mode;
+        std::optional<Rgb> expected;
+    };
+    const Row rows[] = {
+        {"color 0.5 0.25 1.0", Rgb(srgbToLinear(0.5f), srgbToLinear(0.25f), 1.f, 1.f)},
+        {"color 1.5 -0.2 0.5", Rgb(1.f, 0.f, srgbToLinear(0.5f), 1.f)}, // clamped into 0..1
+        {"twice 0 0 1", Rgb(0.f, 0.f, 1.f, 1.f)},                       // the second is ignored
+        {"cancel", {}},
+        {"fail", {}},
+        {"missing", {}},
+        {"wrongtype", {}},
+        {"nan", {}},
+    };
+    for (const Row& row : rows) {
+        picked.clear();
+        tellPortal("SetNext", row.mode);
+        input.click(dropper, wxPoint(5, 5));
+        EXPECT_TRUE(dropper.isPicking() || !picked.empty()) << row.mode;
+        ASSERT_TRUE(pumpUntil([&] { return !dropper.isPicking(); })) << row.mode;
+        pumpUntil([] { return false; }, 100ms); // room for a second answer
+        if (row.expected) {
+            ASSERT_EQ(picked.size(), 1u) << row.mode;
+            EXPECT_EQ(picked[0], *row.expected) << row.mode;
+        } else {
+            EXPECT_TRUE(picked.empty()) << row.mode;
+        }
+        EXPECT_EQ(wxWindow::FindFocus(), field) << row.mode << ": the focus comes back";
+    }
+    EXPECT_EQ(tellPortal("Stats").rfind("x11:", 0), 0u) << "the parent window goes with the call";
+}
+
+TEST_F(Portal, APickWithoutAnswerEndsOnEscapeAndALateAnswerIsIgnored) {
+    startPortal();
+    EyeDropperButton& dropper = makeDropper();
+    tellPortal("SetNext", "never");
+    input.click(dropper, wxPoint(5, 5));
+    ASSERT_TRUE(dropper.isPicking());
+    input.key(WXK_ESCAPE);
+    EXPECT_FALSE(dropper.isPicking());
+    EXPECT_TRUE(pumpUntil([] { return tellPortal("Stats").ends_with(" 1"); }))
+        << "the request is closed";
+    tellPortal("Answer", "color 1 1 1");
+    pumpUntil([] { return false; }, 150ms);
+    EXPECT_TRUE(picked.empty());
+
+    // Destroyed while its request is pending: the answer finds nobody.
+    input.click(dropper, wxPoint(5, 5));
+    ASSERT_TRUE(dropper.isPicking());
+    dropper.Destroy();
+    tellPortal("Answer", "color 1 1 1");
+    pumpUntil([] { return false; }, 150ms);
+    EXPECT_TRUE(picked.empty());
+}
+
+TEST_F(Portal, WithoutAPortalTheEyedropperSaysWhyAndThePickerAveragesNothing) {
+    EyeDropperButton& dropper = makeDropper();
+    EXPECT_FALSE(dropper.canPick());
+    ASSERT_TRUE(dropper.tooltip() && !dropper.tooltip()->lines().isEmpty());
+    EXPECT_EQ(toWxString(dropper.tooltip()->lines()[0]).BeforeFirst(' '), "Picking");
+    input.click(dropper, wxPoint(5, 5));
+    EXPECT_FALSE(dropper.isPicking());
+
+    auto* picker = new ColorPicker(&parent(), String(L"Color Selector: Portal"), wxPoint(60, 60),
+                                   Rgb(0.2f, 0.3f, 0.4f, 1.f), ColorPicker::DialogType::Normal,
+                                   ColorPicker::ColorFormat::Rgb);
+    EXPECT_FALSE(picker->averagingList()->IsEnabled());
+    EXPECT_FALSE(picker->eyeDropper(false)->canPick());
+    picker->Destroy();
+}
