@@ -164,6 +164,14 @@ TEST_F(Portal, APickWithoutAnswerEndsOnEscapeAndALateAnswerIsIgnored) {
     pumpUntil([] { return false; }, 150ms);
     EXPECT_TRUE(picked.empty());
 
+    // The window closing ends a pick that has no answer.
+    input.click(dropper, wxPoint(5, 5));
+    ASSERT_TRUE(dropper.isPicking());
+    parent().Hide();
+    EXPECT_FALSE(dropper.isPicking());
+    parent().Show();
+    pumpUntil([&] { return parent().IsShownOnScreen(); });
+
     // Destroyed while its request is pending: the answer finds nobody.
     input.click(dropper, wxPoint(5, 5));
     ASSERT_TRUE(dropper.isPicking());

@@ -166,9 +166,12 @@ void EyeDropperButton::startPortalPick() {
     m_focusToRestore = FindFocus();
     // Escape anywhere in the window ends the pick: the window's key hook sees it wherever the
     // focus is (there is no capture to hold the keys back, nor an X server to read them from).
+    // The window closing (a picker's "Cancel" hides it) ends the pick too.
     m_keyWindow = wxGetTopLevelParent(this);
-    if (m_keyWindow)
+    if (m_keyWindow) {
         m_keyWindow->Bind(wxEVT_CHAR_HOOK, &EyeDropperButton::onWindowKey, this);
+        m_keyWindow->Bind(wxEVT_SHOW, &EyeDropperButton::onWindowShown, this);
+    }
     m_portalRequest = std::make_unique<ColorPortalRequest>(
         WindowHandle(wxGetTopLevelParent(this)->GetHandle()),
         [this](const ColorPortalRequest::Answer& answer) {
@@ -230,9 +233,17 @@ void EyeDropperButton::onWindowKey(wxKeyEvent& event) {
         event.Skip();
 }
 
+void EyeDropperButton::onWindowShown(wxShowEvent& event) {
+    event.Skip();
+    if (m_picking && !event.IsShown())
+        endPick();
+}
+
 void EyeDropperButton::stopWatchingKeys() {
-    if (wxWindow* window = m_keyWindow.get())
+    if (wxWindow* window = m_keyWindow.get()) {
         window->Unbind(wxEVT_CHAR_HOOK, &EyeDropperButton::onWindowKey, this);
+        window->Unbind(wxEVT_SHOW, &EyeDropperButton::onWindowShown, this);
+    }
     m_keyWindow = nullptr;
 }
 

@@ -39,7 +39,8 @@ namespace Varnel::Wx {
 /// the desktop portal to pick instead: the compositor shows its own picker, the face shows the
 /// icon on the highlight until the answer, and the answer (one sRGB pixel, decoded to linear as a
 /// screen sample is) is handed over as a release would hand it; a cancelled, failed or malformed
-/// answer, Escape or a right press end the pick without a colour, and a late answer is ignored.
+/// answer, Escape, a right press or the window closing end the pick without a colour, and a late
+/// answer is ignored.
 /// There is no sampling while the pointer moves and no averaging. Without a portal the button
 /// looks disabled, takes no presses and its tooltip says why (kNoPortalHelp).
 class VARNEL_LIBWX_EXPORT EyeDropperButton : public RawaBorder, public TooltipWindow {
@@ -95,6 +96,7 @@ private:
     Rgb sampleAtScreen(wxPoint screen) const;
     void startPortalPick();
     void onWindowKey(wxKeyEvent& event);
+    void onWindowShown(wxShowEvent& event);
     void stopWatchingKeys();
     void endPick();
     void onLeftDown(wxMouseEvent& event);
