@@ -9,6 +9,8 @@
 #include "imagefiles.h"
 #include "viewerframe.h"
 
+#include <varnellib/native/screen.h>
+#include <varnellibwx/widgets/eyedropperbutton.h>
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
@@ -85,6 +87,18 @@ TEST_F(ViewerWindow, EditsShowThePipelinesPixelsAndSavedFilesReadBack) {
     input.drag(panel, middle, middle - wxPoint(0, 50));
     EXPECT_FALSE(frame->settings().curves[CurveChannel::Master].isIdentity());
     EXPECT_EQ(bytesOffByMoreThanOne(), 0);
+
+    // The colour picker's eyedropper reads the shown image off the screen like any other pixels.
+    auto* dropper = new Wx::EyeDropperButton(frame, wxID_ANY, wxNullBitmap, String());
+    frame->view()->Refresh();
+    frame->view()->Update();
+    pumpPending();
+    const wxPoint onImage =
+        frame->view()->ClientToScreen(wxPoint(10, 20)) - dropper->ClientToScreen(wxPoint(0, 0));
+    const Rgb sampled = dropper->sampleAt(onImage);
+    const unsigned char* shownByte = frame->displayed().GetData() + 3 * (20 * 64 + 10);
+    EXPECT_EQ(sampled, Rgb(srgbByteToLinear(shownByte[0]), srgbByteToLinear(shownByte[1]),
+                           srgbByteToLinear(shownByte[2]), 1.f));
 
     // 16-bit PNG of what is shown, and 32-bit OpenEXR of the linear image.
     const std::string png = temporary("shown.png"), exr = temporary("linear.exr");
