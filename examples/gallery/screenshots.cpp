@@ -152,12 +152,8 @@ public:
     void onWindowClosed(wxWindow*) override {}
 };
 
-bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
-    ColorCurve curves;
-    curves[CurveChannel::Master].points() =
-        Stack<CurvePoint>{{0.f, 0.f}, {0.3f, 0.22f}, {0.7f, 0.8f}, {1.f, 1.f}};
-    auto* dialog = new Wx::CurveDialog(&frame, Wx::GuiSkin(), String(L"Curves"), curves,
-                                       makeShared<ScreenshotCurves>());
+// A modeless dialog over the gallery, once it is on screen and drawn; destroyed afterwards.
+bool photographAndDestroy(GalleryFrame& frame, wxWindow* dialog, const wxString& path) {
     for (int round = 0; round < 50 && !dialog->IsShownOnScreen(); ++round)
         settle(frame);
     settle(frame);
@@ -166,6 +162,16 @@ bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
     dialog->Destroy();
     settle(frame);
     return saved;
+}
+
+bool saveCurveDialogScreenshot(GalleryFrame& frame, const wxString& path) {
+    ColorCurve curves;
+    curves[CurveChannel::Master].points() =
+        Stack<CurvePoint>{{0.f, 0.f}, {0.3f, 0.22f}, {0.7f, 0.8f}, {1.f, 1.f}};
+    return photographAndDestroy(frame,
+                                new Wx::CurveDialog(&frame, Wx::GuiSkin(), String(L"Curves"),
+                                                    curves, makeShared<ScreenshotCurves>()),
+                                path);
 }
 
 // The save settings dialog as a file type of floats only offers it.
@@ -178,15 +184,7 @@ bool saveImageSaveSettingsScreenshot(GalleryFrame& frame, const wxString& path) 
 
 // The grid mapping dialog over the gallery's height field.
 bool saveGridMappingScreenshot(GalleryFrame& frame, const wxString& path) {
-    Wx::GridMappingDialog* dialog = openHeightFieldMapping(&frame, {40, 40});
-    for (int round = 0; round < 50 && !dialog->IsShownOnScreen(); ++round)
-        settle(frame);
-    settle(frame);
-    Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(dialog), 2, 1000);
-    const bool saved = Wx::captureWindow(*dialog).SaveFile(path, wxBITMAP_TYPE_PNG);
-    dialog->Destroy();
-    settle(frame);
-    return saved;
+    return photographAndDestroy(frame, openHeightFieldMapping(&frame, {40, 40}), path);
 }
 
 // A window's own drawing of itself (not the screen: there may be none to read) holds more than
