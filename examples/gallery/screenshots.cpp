@@ -189,8 +189,7 @@ bool saveGridMappingScreenshot(GalleryFrame& frame, const wxString& path) {
 
 // A window's own drawing of itself (not the screen: there may be none to read) holds more than
 // a blank: at least three colours.
-bool drawsItself(wxWindow& window, const char* name) {
-    const wxImage drawn = Wx::drawWindow(window);
+bool paintedSomething(const wxImage& drawn) {
     std::set<unsigned long> colours;
     if (drawn.IsOk()) {
         const unsigned char* p = drawn.GetData();
@@ -198,7 +197,18 @@ bool drawsItself(wxWindow& window, const char* name) {
         for (std::size_t i = 0; i < count && colours.size() < 3; ++i, p += 3)
             colours.insert((unsigned long)p[0] << 16 | (unsigned long)p[1] << 8 | p[2]);
     }
-    const bool painted = colours.size() >= 3;
+    return colours.size() >= 3;
+}
+
+bool drawsItself(GalleryFrame& frame, wxWindow& window, const char* name) {
+    // A window drawn before the toolkit has given it its size draws nothing: once it has shown
+    // its first frames, it gets a few more rounds of the loop to settle.
+    Lib::waitForDrawnFrames(Wx::getWindowNativeHandle(wxGetTopLevelParent(&window)), 2, 1000);
+    bool painted = paintedSomething(Wx::drawWindow(window));
+    for (int round = 0; round < 20 && !painted; ++round) {
+        settle(frame);
+        painted = paintedSomething(Wx::drawWindow(window));
+    }
     std::printf("%s: %s\n", name, painted ? "painted" : "NOT PAINTED");
     return painted;
 }
@@ -209,7 +219,7 @@ bool showAndCheck(GalleryFrame& frame, wxTopLevelWindow& window, const char* nam
     for (int round = 0; round < 50 && !window.IsShownOnScreen(); ++round)
         settle(frame);
     settle(frame);
-    return drawsItself(window, name);
+    return drawsItself(frame, window, name);
 }
 
 } // namespace
@@ -219,7 +229,8 @@ int checkPainting(GalleryFrame& frame) {
     for (std::size_t index = 0; index < frame.pages().size(); ++index) {
         frame.showPage(static_cast<int>(index));
         settle(frame);
-        failures += !drawsItself(*frame.page(), frame.pages()[index].fileName.utf8_str().data());
+        failures +=
+            !drawsItself(frame, *frame.page(), frame.pages()[index].fileName.utf8_str().data());
     }
     {
         Wx::ColorPicker picker(&frame, String(L"Color Selector: Check"), wxDefaultPosition,
@@ -243,7 +254,7 @@ int checkPainting(GalleryFrame& frame) {
     bool messagePainted = false;
     {
         DialogCapture check([&](wxDialog& dialog) {
-            return messagePainted = drawsItself(dialog, "message-dialog");
+            return messagePainted = drawsItself(frame, dialog, "message-dialog");
         });
         Wx::showOkDialog(Wx::getWindowNativeHandle(&frame), String(L"Vellum"),
                          String(L"A message dialog drawn for the check."),
