@@ -1,4 +1,5 @@
 #include "imagefiles.h"
+#include "pipeline.h"
 
 #include <Iex.h>
 #include <ImfChannelList.h>
@@ -42,10 +43,6 @@ Image toImage(int width, int height, const Pixels& pixels) {
         }
     }
     return image;
-}
-
-Rgb fromTop(const Image& image, int x, int y) {
-    return image.getRgba(x, image.descriptor().height - 1 - y);
 }
 
 Optional<std::string> sizeProblem(long long width, long long height) {
@@ -111,7 +108,7 @@ Optional<std::string> writeExr(const std::string& path, const Wx::ImageSaveSetti
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < width; ++x)
                 pixels[std::size_t(y) * std::size_t(width) + std::size_t(x)] =
-                    fromTop(linear, x, y);
+                    pixelFromTop(linear, x, y);
         const int lanes = settings.alpha ? 4 : 3;
         if (settings.format == Wx::ImageColorFormat::LinearHalf) {
             // Halves go through the library's RGBA interface, which holds them as they are kept.
@@ -261,7 +258,7 @@ std::vector<uint8> samplesOf(const Image& linear, const std::function<Rgb(const 
     uint8* out = samples.data();
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            const Rgb pixel = display(fromTop(linear, x, y));
+            const Rgb pixel = display(pixelFromTop(linear, x, y));
             const float values[] = {pixel.r, pixel.g, pixel.b, pixel.a};
             for (int lane = 0; lane < lanes; ++lane) {
                 const float v = values[lane] > 0.f ? std::min(values[lane], 1.f) : 0.f;

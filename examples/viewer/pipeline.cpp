@@ -114,6 +114,18 @@ std::array<uint8, 3> displayBytes(const Rgb& display) {
     return {unitToByte(display.r), unitToByte(display.g), unitToByte(display.b)};
 }
 
+void DisplayTables::Table::cover(std::pair<float, float> range, float inputScale) {
+    const float factor = inputScale > 0.f && std::isfinite(inputScale) ? inputScale : 1.f;
+    start = range.first / factor;
+    width = (range.second - range.first) / factor;
+    scale = width > 0.f ? (kSize - 1) / width : 0.f;
+    bias = 0.5f - start * scale;
+}
+
+float DisplayTables::Table::input(int i) const {
+    return start + width * static_cast<float>(i) / (kSize - 1);
+}
+
 int DisplayTables::Table::index(float value) const {
     const float at = value * scale + bias; // as encodeRow computes it, four lanes at a time
     if (!(at > 0.f))
@@ -123,18 +135,6 @@ int DisplayTables::Table::index(float value) const {
 
 DisplayTables::DisplayTables(const DisplaySettings& settings)
     : m_falseColor(settings.falseColor), m_channel(settings.channel) {
-    const auto sample = [](Table& table, std::pair<float, float> range, float inputScale) {
-        // `range` is where the function changes, in the units after `inputScale`.
-        const float factor = inputScale > 0.f && std::isfinite(inputScale) ? inputScale : 1.f;
-        table.start = range.first / factor;
-        const float width = (range.second - range.first) / factor;
-        table.scale = width > 0.f ? (kSize - 1) / width : 0.f;
-        table.width = width;
-        table.bias = 0.5f - table.start * table.scale;
-        return [&table, width](int i) {
-            return table.start + width * static_cast<float>(i) / (kSize - 1);
-        };
-    };
     if (m_falseColor) {
         const Wx::GridMapping& mapping = settings.mapping;
         std::pair<float, float> range = changingRange(mapping.curve);
@@ -143,10 +143,11 @@ DisplayTables::DisplayTables(const DisplaySettings& settings)
                 range.first = std::min(range.first, point.position);
                 range.second = std::max(range.second, point.position);
             }
-        const auto at = sample(m_mapped, range, mapping.inputScale);
+        m_mapped.cover(range, mapping.inputScale);
         m_colors.resize(kSize);
         for (int i = 0; i < kSize; ++i)
-            m_colors[static_cast<std::size_t>(i)] = displayBytes(falseColor(at(i), mapping));
+            m_colors[static_cast<std::size_t>(i)] =
+                displayBytes(falseColor(m_mapped.input(i), mapping));
         return;
     }
     // Each lane's table: its samples through the master curve and the lane's own curve in two
@@ -156,11 +157,11 @@ DisplayTables::DisplayTables(const DisplaySettings& settings)
     const float factor = std::exp2(settings.exposureStops);
     const CurveChannel channels[] = {CurveChannel::Red, CurveChannel::Green, CurveChannel::Blue};
     const float tints[] = {settings.tint.r, settings.tint.g, settings.tint.b};
+    const auto [masterLo, masterHi] = changingRange(master);
     for (int lane = 0; lane < 3; ++lane) {
-        const auto [masterLo, masterHi] = changingRange(master);
         const auto [ownLo, ownHi] = changingRange(settings.curves[channels[lane]]);
         Table& table = m_lanes[static_cast<std::size_t>(lane)];
-        sample(table, {std::min(masterLo, ownLo), std::max(masterHi, ownHi)}, factor);
+        table.cover({std::min(masterLo, ownLo), std::max(masterHi, ownHi)}, factor);
         table.bytes.resize(kSize);
         table.zero = table.index(0.f);
     }
@@ -172,9 +173,7 @@ DisplayTables::DisplayTables(const DisplaySettings& settings)
             const int lane = piece / 2, offset = (piece % 2) * kPiece;
             const Table& table = m_lanes[static_cast<std::size_t>(lane)];
             for (int i = 0; i < kPiece; ++i) // exposed, as displayPixel has it
-                xs[std::size_t(i)] =
-                    (table.start + table.width * static_cast<float>(offset + i) / (kSize - 1)) *
-                    factor;
+                xs[std::size_t(i)] = table.input(offset + i) * factor;
             master.evaluate(ArrayView<const float>(xs.data(), kPiece),
                             ArrayView<float>(ys.data(), kPiece));
             settings.curves[channels[lane]].evaluate(ArrayView<const float>(ys.data(), kPiece),

@@ -83,6 +83,11 @@ private:
         float bias = 0.f;  // 0.5 - start x scale: value x scale + bias rounds to the nearest
         std::vector<uint8> bytes;
         int zero = 0; // the index of the value 0, where NaN goes
+        /// Samples the inputs over `range`, where the function changes, given in the units after
+        /// multiplying by `inputScale` (1 when that is not a finite number above 0).
+        void cover(std::pair<float, float> range, float inputScale);
+        /// The input of sample i.
+        float input(int i) const;
         int index(float value) const;
     };
 

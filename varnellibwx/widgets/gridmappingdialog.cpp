@@ -261,7 +261,6 @@ void GridMappingDialog::onInterpolation(int mode) {
 void GridMappingDialog::onScale(float scale) {
     m_mapping.inputScale = scale;
     Refresh(false);
-    m_preview->Refresh(false);
     report();
 }
 
@@ -276,7 +275,6 @@ void GridMappingDialog::autoScale() {
     m_mapping.inputScale = scale;
     m_scale->setPrecision(Detail::inputScaleDigits(m_mapping.inputScale), false);
     m_scale->setValue(m_mapping.inputScale, false);
-    m_preview->Refresh(false);
     report();
 }
 

@@ -142,7 +142,7 @@ private:
     CurvePanel* m_panel = nullptr;
     ComboBox* m_interpolation = nullptr;
     Spinner* m_scale = nullptr;
-    int m_result = 16;
+    int m_result = wxCANCEL;
     bool m_closing = false;
 };
 
