@@ -1,5 +1,4 @@
 #include "guitest.h"
-#include "pixels.h"
 
 #include <varnellib/color/byteencoding.h>
 #include <varnellib/image/image.h>
@@ -8,12 +7,8 @@
 #include <wx/mstream.h>
 #include <wx/toplevel.h>
 
-#include <cmath>
-#include <limits>
 #include <random>
-#include <vector>
 
-using namespace Varnel;
 using Test::pixelAt;
 
 using BitmapConversion = Test::GuiTest;

@@ -1,27 +1,16 @@
 // The combo box and the dropdown button under real input: opening, choosing with the mouse and
 // the keys, the wheel, closing, the events and callbacks in order, and bad data.
 #include "guitest.h"
-#include "input.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/dropdownbutton.h>
 
 #include <wx/display.h>
-#include <wx/frame.h>
 #include <wx/scrolwin.h>
 
 #include <chrono>
 
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 Stack<ComboBox::Item> numbered(int count, const wchar_t* prefix = L"Item ") {
     Stack<ComboBox::Item> items;

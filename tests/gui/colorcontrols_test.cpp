@@ -1,10 +1,6 @@
 // The colour controls under real input: sliders and the HWB slice dragged past their ends, rows
 // typed into and cleared, the hex field, the keys, and what a user sees of the patch and track.
 #include "guitest.h"
-#include "input.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/widgets/colordisplay.h>
 #include <varnellibwx/widgets/colorsliderwithspinner.h>
@@ -13,18 +9,7 @@
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
-#include <wx/frame.h>
-
-#include <cmath>
-#include <limits>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 // A grey ramp up to mid-grey, so that white is the marker's alone: the track at p is grey p / 2.
 SharedPtr<ColorSlider::Gradient> greyRamp() {

@@ -2,13 +2,7 @@
 // the temperature row, alpha by format, the settings that persist through the accessor, the
 // buttons and the closing rule, and colours no screen can show.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/autosizedbutton.h>
 #include <varnellibwx/widgets/button.h>
@@ -26,17 +20,10 @@
 #include <wx/radiobut.h>
 
 #include <climits>
-#include <cmath>
-#include <limits>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 
 using Row = ColorPicker::Row;
-using Calls = std::vector<std::string>;
 const Rgb kStart(0.8f, 0.35f, 0.1f, 0.5f);
 
 // A host's accessor that records what the dialogs store and answers what it is told to.
@@ -189,17 +176,8 @@ TEST_F(Pickers, RangeAndSpaceChangeOnlyTheNumbers) {
     EXPECT_EQ(picker.getColor(), before);
     EXPECT_TRUE(live.empty());
 
-    const auto stopsAt = [](auto call, int line) {
-        try {
-            call();
-            ADD_FAILURE() << "no stop exception for line " << line;
-        } catch (const StopException& stop) {
-            EXPECT_STREQ(stop.file(), "widgets/colorpicker");
-            EXPECT_EQ(stop.line(), line);
-        }
-    };
-    stopsAt([&] { picker.setSpace(ColorPicker::Space(2)); }, 841);
-    stopsAt([&] { picker.setRange(ColorPicker::Range(-1)); }, 798);
+    expectStop([&] { picker.setSpace(ColorPicker::Space(2)); }, "widgets/colorpicker", 841);
+    expectStop([&] { picker.setRange(ColorPicker::Range(-1)); }, "widgets/colorpicker", 798);
     EXPECT_EQ(picker.getRange(), ColorPicker::Range::ZeroToOne);
 
     const std::pair<int, int> radii[] = {{INT_MIN, 0}, {10, 5}, {INT_MAX, 15}, {3, 2}};

@@ -1,29 +1,17 @@
 // The colour swatch: its stripes as the screen shows them, the picker it opens and where, the
 // drag from one swatch to another with real input, the clipboard, and the format's bytes.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/widgets/button.h>
 #include <varnellibwx/widgets/colorpicker.h>
 #include <varnellibwx/widgets/colorpickerbutton.h>
 
 #include <wx/clipbrd.h>
-#include <wx/frame.h>
 #include <wx/uiaction.h>
 
 #include <cstring>
 
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 // Finishes a gesture from inside the drag's own loop: the drag holds the test's call stack until
 // the button is released, so the pointer's last moves come from a timer.

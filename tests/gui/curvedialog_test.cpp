@@ -2,10 +2,6 @@
 // actions, curve files through the real choosers and message dialogs, resizing, picking, undo and
 // redo, and the keyboard's editing of points.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/messagedialog.h>
 #include <varnellibwx/stringconversion.h>
@@ -16,18 +12,11 @@
 #include <varnellibwx/widgets/statictext.h>
 
 #include <wx/filename.h>
-#include <wx/frame.h>
 
 #include <cstdio>
 #include <fstream>
 
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 // A host that logs what the dialog and its panel ask and tell.
 class Host : public ICurveDialogCallbacks {

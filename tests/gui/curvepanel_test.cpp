@@ -1,19 +1,8 @@
 // The curve panel wired up: real mouse input, the reports its owner receives (merged when a
 // delay is asked for), picking through the controller, and the pixels a user sees.
 #include "guitest.h"
-#include "input.h"
-#include "pixels.h"
-#include "pump.h"
 
 #include <varnellibwx/widgets/curvepanel.h>
-
-#include <wx/frame.h>
-
-#include <limits>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 

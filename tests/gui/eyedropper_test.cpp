@@ -1,10 +1,6 @@
 // The eyedropper for real: a press on the button, the pointer moved over a window painted with
 // known colours, and the release, cancel and teardown paths.
 #include "guitest.h"
-#include "input.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellib/native/screen.h>
 #include <varnellibwx/widgets/colormodel.h>
@@ -12,15 +8,9 @@
 #include <varnellibwx/widgets/textcontrol.h>
 
 #include <wx/dcclient.h>
-#include <wx/frame.h>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 
-using Calls = std::vector<std::string>;
 const wxColour kSolid(200, 100, 50);
 
 // A window whose left half is one colour and whose right half is a checkerboard of single black

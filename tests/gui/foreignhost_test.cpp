@@ -2,7 +2,6 @@
 // wxApp: the host of examples/foreignhost, driven with real input.
 #include "foreignhost.h"
 #include "guitest.h"
-#include "modal.h"
 
 #include <varnellib/native/windowowner.h>
 #include <varnellibwx/messagedialog.h>
@@ -12,9 +11,6 @@
 #include <wx/dialog.h>
 #include <wx/uiaction.h>
 
-#include <gtest/gtest.h>
-
-using namespace Varnel;
 using namespace std::chrono_literals;
 
 namespace {

@@ -2,11 +2,6 @@
 // recoloured through the picker; and the grid mapping dialog around it: reset, the curve's
 // delayed reports, interpolation, the input scale and its preview, and how it closes.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/widgets/button.h>
 #include <varnellibwx/widgets/colorpicker.h>
@@ -17,23 +12,14 @@
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
-#include <wx/frame.h>
 #include <wx/weakref.h>
 
 #include <chrono>
-#include <cmath>
 #include <cstring>
-#include <limits>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 
-using Calls = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 const Rgb kRed(1, 0, 0, 1), kGreen(0, 1, 0, 1), kBlue(0, 0, 1, 1), kWhite(1, 1, 1, 1);
 
 ColorGradient gradientOf(std::initializer_list<ColorGradient::Point> points) {

@@ -2,10 +2,6 @@
 // by mouse and keys and the space they give back, the probe at the screen's edges, through
 // which the pointer passes, and how the dialog answers.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellibwx/widgets/checkbox.h>
 #include <varnellibwx/widgets/collapsiblepanel.h>
@@ -13,17 +9,10 @@
 #include <varnellibwx/widgets/pixelprobe.h>
 
 #include <wx/display.h>
-#include <wx/frame.h>
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
 
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 class ImageTools : public GuiTest {
 protected:

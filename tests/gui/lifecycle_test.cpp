@@ -1,9 +1,7 @@
 // The library's start and stop, each test from the Down state back to it. These tests own the
 // whole wxWidgets lifetime, so this binary has its own main and no shared start-up.
 #include "guitest.h"
-#include "pump.h"
 
-#include <varnellib/base/stopexception.h>
 #include <varnellib/native/process.h>
 #include <varnellibwx/varnellibwx.h>
 
@@ -13,10 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string>
-#include <vector>
 
-using namespace Varnel;
 using LibWx::ApplicationType;
 
 namespace {
@@ -148,13 +143,7 @@ TEST_F(Lifecycle, AHostApplicationIsKeptAndDrivenByTheTimer) {
 }
 
 TEST_F(Lifecycle, AnInvalidTypeStopsOnlyTheFirstCall) {
-    try {
-        LibWx::startup(static_cast<ApplicationType>(3));
-        ADD_FAILURE() << "no stop exception";
-    } catch (const StopException& stop) {
-        EXPECT_STREQ(stop.file(), "varnellibwx");
-        EXPECT_EQ(stop.line(), 121);
-    }
+    expectStop([] { LibWx::startup(static_cast<ApplicationType>(3)); }, "varnellibwx", 121);
     // The count stays raised and wxWidgets was initialised before the check; no timer started.
     EXPECT_EQ(LibWx::Detail::startCount(), 1);
     EXPECT_NE(wxAppConsole::GetInstance(), nullptr);

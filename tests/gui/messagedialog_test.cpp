@@ -1,9 +1,6 @@
 // Message dialogs: the answers a caller gets for each key, button and frame action, what the
 // dialog shows, where it goes, and the native box shown for callers on other threads.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pump.h"
 
 #include <varnellib/native/process.h>
 #include <varnellibwx/messagedialog.h>
@@ -13,17 +10,12 @@
 
 #include <gtk/gtk.h>
 #include <wx/display.h>
-#include <wx/frame.h>
 #include <wx/msgdlg.h>
 #include <wx/scrolwin.h>
 #include <wx/statbmp.h>
 
 #include <atomic>
 #include <thread>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 

@@ -1,9 +1,6 @@
 // The native services against a real X server: where windows are, what the screen shows, which
 // window owns which, and the file choosers.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pump.h"
 
 #include <varnellib/native/filedialog.h>
 #include <varnellib/native/process.h>
@@ -13,17 +10,12 @@
 #include <wx/button.h>
 #include <wx/dcclient.h>
 #include <wx/filedlg.h>
-#include <wx/frame.h>
 #include <wx/modalhook.h>
 #include <wx/panel.h>
 
 #include <gtk/gtk.h>
 
-#include <cmath>
 #include <thread>
-
-using namespace Varnel;
-using namespace Varnel::Test;
 
 namespace {
 

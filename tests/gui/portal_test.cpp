@@ -2,8 +2,6 @@
 // test (tests/portal/fake_portal.py) on a private session bus answers each pick as it is told.
 // The portal path is forced on the X display of the rest of the suite.
 #include "guitest.h"
-#include "input.h"
-#include "pump.h"
 
 #include <varnellib/native/colorportal.h>
 #include <varnellib/native/screen.h>
@@ -14,15 +12,9 @@
 #include <varnellibwx/widgets/textcontrol.h>
 
 #include <gio/gio.h>
-#include <wx/frame.h>
 
-#include <cmath>
 #include <csignal>
 #include <optional>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 

@@ -1,29 +1,18 @@
 // The spinner wired up under real input: clicks, holds and drags on its arrows, right-clicks,
 // typing, and the events its parents receive, in order. Its arithmetic is the model's suite.
 #include "guitest.h"
-#include "input.h"
-#include "pump.h"
-#include "recorders.h"
 
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/widgets/spinner.h>
 #include <varnellibwx/widgets/textcontrol.h>
 
 #include <gtk/gtk.h>
 #include <wx/display.h>
-#include <wx/frame.h>
 #include <wx/spinctrl.h>
 
 #include <clocale>
 
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
-
 namespace {
-
-using Calls = std::vector<std::string>;
 
 std::string number(double value) {
     char text[32];

@@ -1,9 +1,5 @@
 // Text widgets and the check box: what they show and what their owners receive.
 #include "guitest.h"
-#include "input.h"
-#include "pixels.h"
-#include "pump.h"
-#include "recorders.h"
 
 #include <varnellib/native/textmeasure.h>
 #include <varnellibwx/dpi.h>
@@ -17,13 +13,8 @@
 #include <varnellibwx/widgets/tooltip.h>
 
 #include <wx/dcclient.h>
-#include <wx/frame.h>
 
 #include <algorithm>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 

@@ -1,7 +1,5 @@
 // Skin, fonts, window lookup, monitors, focus, icons and the small helpers, on a real display.
 #include "guitest.h"
-#include "pixels.h"
-#include "pump.h"
 
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/focusable.h>
@@ -12,14 +10,7 @@
 #include <varnellibwx/zoomablescrollable.h>
 
 #include <wx/dcmemory.h>
-#include <wx/frame.h>
 #include <wx/panel.h>
-
-#include <vector>
-
-using namespace Varnel;
-using namespace Varnel::Wx;
-using namespace Varnel::Test;
 
 namespace {
 

@@ -1,10 +1,19 @@
 #pragma once
 
-#include <gtest/gtest.h>
+// What every test under the X server starts from: real input, modal dialogs driven from inside
+// their loops, pixels read back, event pumping with deadlines and call logs.
+#include "input.h"
+#include "modal.h"
+#include "pixels.h"
+#include "prelude.h"
+#include "pump.h"
+#include "recorders.h"
 
-class wxFrame;
+#include <wx/frame.h>
 
 namespace Varnel::Test {
+
+using Calls = std::vector<std::string>;
 
 /// A test with a fresh, shown top-level frame to put widgets in. The library itself is started
 /// once per test binary (see guimain.cpp); the frame is destroyed after each test.
@@ -24,3 +33,6 @@ private:
 void installAssertHandler();
 
 } // namespace Varnel::Test
+
+namespace Varnel::Wx {}
+using namespace Varnel::Wx;

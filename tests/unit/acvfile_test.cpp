@@ -1,16 +1,13 @@
-#include <varnellib/base/stopexception.h>
 #include <varnellib/io/filestream.h>
 #include <varnellib/io/memorystream.h>
 #include <varnellibwx/widgets/acvfile.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <vector>
 
-using namespace Varnel;
 using namespace Varnel::Wx::Detail;
 
 namespace {

@@ -1,8 +1,7 @@
 #include <varnellibwx/varnellibwx.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-using Varnel::String;
 using Varnel::Wx::formatWxAssertFailure;
 
 TEST(FormatWxAssertFailure, BuildsTheReportByteForByte) {

@@ -2,18 +2,12 @@
 // and a sweep of the whole unit interval.
 #include <varnellib/color/byteencoding.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <bit>
-#include <cmath>
-#include <limits>
-#include <vector>
-
-using namespace Varnel;
 
 namespace {
 
-constexpr float kInf = std::numeric_limits<float>::infinity();
 const std::vector<float> kSpecial = {std::nanf(""), -std::nanf(""),
                                      kInf,          -kInf,
                                      0.f,           -0.f,

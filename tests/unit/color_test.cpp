@@ -1,11 +1,7 @@
 #include <varnellib/color/blackbody.h>
 #include <varnellib/color/color.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-using namespace Varnel;
+#include "prelude.h"
 
 namespace {
 

@@ -6,11 +6,8 @@
 #include <varnellibwx/widgets/eyedropperbutton.h>
 #include <varnellibwx/widgets/hwbslice.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-#include <vector>
-
-using namespace Varnel;
 using namespace Varnel::Wx::Detail;
 
 TEST(ColorSliderModel, PositionsClampToTheTrackAndMarkersStayOnIt) {

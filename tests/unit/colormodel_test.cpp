@@ -1,14 +1,10 @@
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/widgets/colormodel.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <bit>
-#include <cmath>
 #include <random>
-#include <vector>
 
-using namespace Varnel;
 using namespace Varnel::Wx::Detail;
 
 namespace {
@@ -220,13 +216,7 @@ TEST(ColorModel, RangeScalesAndTheirStopPosition) {
     EXPECT_EQ(rangeScale(Range::ZeroTo255).maximum, 255.f);
     EXPECT_EQ(rangeScale(Range::ZeroToOne).decimals, 3);
     EXPECT_EQ(rangeScale(Range::Percent).step, 0.1f);
-    try {
-        rangeScale(static_cast<Range>(3));
-        ADD_FAILURE() << "no stop exception";
-    } catch (const StopException& stop) {
-        EXPECT_STREQ(stop.file(), "widgets/colorpicker");
-        EXPECT_EQ(stop.line(), 798);
-    }
+    expectStop([] { rangeScale(static_cast<Range>(3)); }, "widgets/colorpicker", 798);
 }
 
 TEST(ColorModel, EyedropperAveragingIgnoresTransparentSamples) {

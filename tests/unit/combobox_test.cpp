@@ -4,9 +4,8 @@
 #include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/dropdownbutton.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-using namespace Varnel;
 using namespace Varnel::Wx;
 using namespace Varnel::Wx::Detail;
 

@@ -3,13 +3,10 @@
 #include <varnellib/base/memory.h>
 #include <varnellib/base/stack.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <cstdint>
 #include <memory>
-#include <vector>
-
-using namespace Varnel;
 
 TEST(Memory, BlocksHonourTheAlignmentAsked) {
     for (uint64 alignment : {1u, 4u, 8u, 16u, 64u, 4096u}) {

@@ -3,14 +3,9 @@
 #include <varnellib/utility/curve.h>
 #include <varnellib/utility/histogram.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-#include <cmath>
-#include <limits>
 #include <random>
-#include <vector>
-
-using namespace Varnel;
 
 namespace {
 

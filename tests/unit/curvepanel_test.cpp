@@ -1,15 +1,12 @@
 // The curve panel's editing rules without a display: coordinates, clamping, the strict hit test,
 // presses near and far from the curve, drags through and out of the band, removal, zoom, and
 // the histogram's columns.
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/widgets/curvepanel.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <bit>
-#include <limits>
 
-using namespace Varnel;
 using namespace Varnel::Wx;
 
 namespace {
@@ -172,13 +169,8 @@ TEST(CurvePanelModel, HistogramColumnsStayDefinedForShortAndEmptyData) {
          {HistogramType::Linear, HistogramType::Logarithmic, HistogramType::Cumulative})
         EXPECT_EQ(histogramColumn(zeros, zeros.getCumulativeHistogram(), type, 1), 0.f);
 
-    try {
-        histogramColumn(histogram, cumulative, static_cast<HistogramType>(7), 0);
-        ADD_FAILURE() << "an unknown histogram type was drawn";
-    } catch (const StopException& stop) {
-        EXPECT_STREQ(stop.file(), "widgets/curvepanel");
-        EXPECT_EQ(stop.line(), 135);
-    }
+    expectStop([&] { histogramColumn(histogram, cumulative, HistogramType(7), 0); },
+               "widgets/curvepanel", 135);
     EXPECT_STREQ(curveChannelName(CurveChannel::Green), L"Green");
 }
 

@@ -1,8 +1,6 @@
 #include <varnellib/base/function.h>
 
-#include <gtest/gtest.h>
-
-using Varnel::Function;
+#include "prelude.h"
 
 TEST(Function, CopiesShareOneCallableAndItsState) {
     int calls = 0;

@@ -1,20 +1,13 @@
 // The gradient control's geometry and hit test without a display, the point it finds again after
 // a move, the bytes it draws, and the grid mapping dialog's rules for the input scale.
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/widgets/gradientcontrol.h>
 #include <varnellibwx/widgets/gridmappingdialog.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-#include <cmath>
-#include <limits>
-
-using namespace Varnel;
 using namespace Varnel::Wx::Detail;
 
 namespace {
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInf = std::numeric_limits<float>::infinity();
 
 // A control whose ramp divides by exactly 100 between its first and last column.
 GradientGeometry geometryFor(int step, float min = 0.f, float max = 1.f) {
@@ -95,13 +88,11 @@ TEST(GradientPoints, FoundAgainByColourAndPositionElseTheStopException) {
     gradient.addPoint(Rgb(0.2f, 0.4f, 0.6f, 0.f), 0.5f); // alpha is not compared
     EXPECT_EQ(findGradientPoint(gradient, {Rgb(0.2f, 0.4f, 0.6f, 0.f), 0.5f}), 0);
     EXPECT_EQ(findGradientPoint(gradient, {Rgb(kNaN, 0.f, 1e30f, 1), 0.5f}), 1);
-    try {
-        findGradientPoint(gradient, {Rgb(0.2f, 0.4f, 0.6f, 1), 0.25f});
-        FAIL() << "a point that is not there";
-    } catch (const StopException& stop) {
-        EXPECT_STREQ(stop.file(), "utility/colorgradient");
-        EXPECT_EQ(stop.line(), 100);
-    }
+    expectStop(
+        [&] {
+            findGradientPoint(gradient, {Rgb(0.2f, 0.4f, 0.6f, 1), 0.25f});
+        },
+        "utility/colorgradient", 100);
 }
 
 TEST(GradientPainting, LanesClampAndTruncateAndColumnsRepeatDownTheStrip) {

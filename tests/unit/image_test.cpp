@@ -2,13 +2,11 @@
 #include <varnellib/image/image.h>
 #include <varnellib/io/filestream.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
-
-using namespace Varnel;
 
 TEST(Image, FormatsDescribeTheirChannelsAndOnlyTwoCarryAlpha) {
     for (int f = 0; f <= 4; ++f) {

@@ -1,17 +1,13 @@
 // The image tools' rules without a display: the pixel probe's texts and placement, and the
 // settings a save dialog starts from.
-#include <varnellib/base/stopexception.h>
 #include <varnellibwx/widgets/imagesavesettingsdialog.h>
 #include <varnellibwx/widgets/pixelprobe.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <climits>
 #include <clocale>
-#include <cmath>
-#include <limits>
 
-using namespace Varnel;
 using namespace Varnel::Wx;
 using namespace Varnel::Wx::Detail;
 

@@ -5,12 +5,10 @@
 #include <varnellibwx/widgets/tooltip.h>
 #include <varnellibwx/windowutils.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <cstring>
-#include <vector>
 
-using namespace Varnel;
 using namespace Varnel::Wx;
 
 namespace {

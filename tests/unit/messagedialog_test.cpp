@@ -6,9 +6,8 @@
 
 #include <wx/msgdlg.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
-using namespace Varnel;
 using namespace Varnel::Wx;
 
 namespace {

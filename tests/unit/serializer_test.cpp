@@ -1,12 +1,8 @@
 #include <varnellib/base/serializer.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <clocale>
-#include <limits>
-
-using Varnel::SimpleTextSerializer;
-using Varnel::String;
 
 TEST(SimpleTextSerializer, PlainValuesAreSeparatedAndUnnamed) {
     SimpleTextSerializer plain(L" ", SimpleTextSerializer::VariableNames::Plain);

@@ -2,20 +2,14 @@
 // click step with its residual, the drag and the pointer's wrap at the monitor's edges.
 #include <varnellibwx/widgets/spinner.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <bit>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <random>
 
-using namespace Varnel;
 using namespace Varnel::Wx::Detail;
-
-namespace {
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-} // namespace
 
 TEST(SpinnerModel, FormatsFixedAndTrimsButKeepsOneDecimal) {
     const std::tuple<float, int, const wchar_t*> cases[] = {

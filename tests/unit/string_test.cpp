@@ -1,12 +1,8 @@
-#include <varnellib/base/stopexception.h>
 #include <varnellib/base/string.h>
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <clocale>
-#include <string>
-
-using Varnel::String;
 
 namespace {
 

@@ -1,11 +1,6 @@
 #include <varnellib/base/timer.h>
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-using Varnel::String;
-using Varnel::Timer;
+#include "prelude.h"
 
 TEST(Timer, QualifiedNamesFromPrettyFunctions) {
     struct Case {

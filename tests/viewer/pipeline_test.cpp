@@ -5,22 +5,17 @@
 #include "pipeline.h"
 #include "testscene.h"
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 #include <tiffio.h>
 
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <random>
 
 using namespace Viewer;
 
 namespace {
-
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInf = std::numeric_limits<float>::infinity();
 
 Image imageOf(int width, int height, const std::function<Rgb(int, int)>& pixel) {
     Image image({width, height, 1.f, ImageFormat::RgbaFloat32});

@@ -2,9 +2,6 @@
 // input, the shown pixels against the pipeline, the image saved and read back, and a file that
 // is not an image.
 #include "guitest.h"
-#include "input.h"
-#include "modal.h"
-#include "pump.h"
 
 #include "imagefiles.h"
 #include "viewerframe.h"
@@ -20,7 +17,6 @@
 #include <filesystem>
 #include <fstream>
 
-using namespace Varnel::Test;
 using namespace Viewer;
 
 namespace {
