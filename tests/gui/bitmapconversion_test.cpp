@@ -40,39 +40,29 @@ TEST_F(BitmapConversion, MemoryImagesDecodeAndGarbageGivesAnInvalidImageQuietly)
     EXPECT_EQ(wxTopLevelWindows.size(), windowsBefore) << "a decoding error opened a window";
 }
 
-TEST_F(BitmapConversion, FloatPixelsBecomeClampedBytesRoundedToEven) {
-    BitmapImpl<Rgb> pixels(2, 1);
-    pixels(0, 0) = Rgb(1.2f, -0.1f, 0.5f, 1.f);
-    pixels(1, 0) = Rgb(0.25f, 0.75f, 1.f, 0.5f);
-    const wxBitmap opaque = Wx::toWxBitmap(pixels, false);
-    ASSERT_TRUE(opaque.IsOk());
-    EXPECT_EQ(opaque.GetDepth(), 24);
-    const wxImage image = opaque.ConvertToImage();
-    EXPECT_EQ(pixelAt(image, 0, 0), wxColour(255, 0, 128)); // 127.5 rounds to even
-    EXPECT_EQ(pixelAt(image, 1, 0), wxColour(64, 191, 255));
-
-    const wxImage withAlpha = Wx::toWxBitmap(pixels, true).ConvertToImage();
-    ASSERT_TRUE(withAlpha.HasAlpha());
-    EXPECT_EQ(withAlpha.GetAlpha(1, 0), 128);
-    EXPECT_EQ(pixelAt(withAlpha, 1, 0), wxColour(64, 191, 255));
-
-    EXPECT_FALSE(Wx::toWxBitmap(BitmapImpl<Rgb>(0, 4), false).IsOk());
-
-    // Every lane as the scalar rule has it, special values and row ends included.
-    const float lanes[] = {std::nanf(""), -1.f,         0.f,
-                           0.5f / 255.f,  1.5f / 255.f, 0.9980392f,
-                           1.f,           3.f,          std::numeric_limits<float>::infinity()};
+TEST_F(BitmapConversion, FloatPixelsBecomeClampedBytesAsTheScalarRuleHasThem) {
+    // Every lane as the scalar rule has it (halves round to even), special values and row ends
+    // included; without alpha, a 24-bit bitmap.
+    const float lanes[] = {kNaN, -1.f, 0.f, 0.5f / 255.f, 1.5f / 255.f, 0.9980392f, 1.f, 3.f, kInf};
     BitmapImpl<Rgb> odd(9, 3);
     for (int i = 0; i < 27; ++i)
         odd(i % 9, i / 9) = Rgb(lanes[i % 9], lanes[(i + 2) % 9], lanes[(i + 4) % 9], lanes[i / 3]);
-    const wxImage seen = Wx::toWxBitmap(odd, true).ConvertToImage();
-    for (int i = 0; i < 27; ++i) {
-        const Rgb& p = odd(i % 9, i / 9);
-        ASSERT_EQ(pixelAt(seen, i % 9, i / 9),
-                  wxColour(unitToByte(p.r), unitToByte(p.g), unitToByte(p.b)))
-            << i;
-        ASSERT_EQ(seen.GetAlpha(i % 9, i / 9), unitToByte(p.a)) << i;
+    for (const bool alpha : {false, true}) {
+        const wxBitmap bitmap = Wx::toWxBitmap(odd, alpha);
+        EXPECT_EQ(bitmap.GetDepth(), alpha ? 32 : 24);
+        const wxImage seen = bitmap.ConvertToImage();
+        ASSERT_EQ(seen.HasAlpha(), alpha);
+        for (int i = 0; i < 27; ++i) {
+            const Rgb& p = odd(i % 9, i / 9);
+            ASSERT_EQ(pixelAt(seen, i % 9, i / 9),
+                      wxColour(unitToByte(p.r), unitToByte(p.g), unitToByte(p.b)))
+                << i;
+            if (alpha) {
+                ASSERT_EQ(seen.GetAlpha(i % 9, i / 9), unitToByte(p.a)) << i;
+            }
+        }
     }
+    EXPECT_FALSE(Wx::toWxBitmap(BitmapImpl<Rgb>(0, 4), false).IsOk());
 }
 
 TEST_F(BitmapConversion, BitmapsReadBackAsUnlinearisedFloats) {
@@ -102,43 +92,11 @@ TEST_F(BitmapConversion, BitmapsReadBackAsUnlinearisedFloats) {
     EXPECT_FALSE(Wx::toRgbBitmap(none).hasValue());
 }
 
-TEST_F(BitmapConversion, CoreImagesAreGammaEncodedAndFlipped) {
-    Image half({1, 1, 2.2f, ImageFormat::RgbaFloat32});
-    half.setRgba(0, 0, Rgb(0.5f, 0.5f, 0.5f, 0.5f));
-    const wxImage encoded = BitmapConverter::vellumImageToWxImage(half);
-    EXPECT_EQ(pixelAt(encoded, 0, 0), wxColour(186, 186, 186));
-    ASSERT_TRUE(encoded.HasAlpha());
-    EXPECT_EQ(encoded.GetAlpha(0, 0), 186); // alpha takes the exponent too
-
-    Image column({1, 2, 1.f, ImageFormat::RgbFloat32});
-    column.setRgba(0, 0, Rgb(1, 0, 0)); // bottom row
-    column.setRgba(0, 1, Rgb(0, 1, 0));
-    const wxImage flipped = BitmapConverter::vellumImageToWxImage(column);
-    EXPECT_FALSE(flipped.HasAlpha());
-    EXPECT_EQ(pixelAt(flipped, 0, 0), wxColour(0, 255, 0));
-    EXPECT_EQ(pixelAt(flipped, 0, 1), wxColour(255, 0, 0));
-    EXPECT_TRUE(BitmapConverter::vellumImageToWxBitmap(column).IsOk());
-
-    const wxImage empty =
-        BitmapConverter::vellumImageToWxImage(Image({3, 0, 1.f, ImageFormat::Rgb8}));
-    EXPECT_EQ(empty.IsOk() ? empty.GetHeight() : 0, 0);
-    const wxImage none =
-        BitmapConverter::vellumImageToWxImage(Image({0, 0, 2.2f, ImageFormat::RgbaFloat32}));
-    EXPECT_EQ(none.IsOk() ? none.GetWidth() : 0, 0);
-    // A long single row, in every path: the last pixel of each row is written on its own.
-    Image row({30000, 1, 2.2f, ImageFormat::RgbaFloat32});
-    row.setRgba(29999, 0, Rgb(1, 0.5f, 0, 1));
-    const wxImage wide = BitmapConverter::vellumImageToWxImage(row);
-    EXPECT_EQ(pixelAt(wide, 29999, 0), wxColour(255, GammaByteEncoder::formula(0.5f, 1 / 2.2f), 0));
-    BitmapImpl<Rgb> floats(30000, 1, Rgb(0.5f, 0.5f, 0.5f, 1));
-    EXPECT_EQ(pixelAt(Wx::toWxBitmap(floats, false).ConvertToImage(), 29999, 0),
-              wxColour(128, 128, 128));
-}
-
-TEST_F(BitmapConversion, EveryFormatAndGammaGivesThePerPixelFormulasBytes) {
-    const float nan = std::nanf(""), inf = std::numeric_limits<float>::infinity();
-    const float lanes[] = {0.f, 0.5f, 0.2140f, 1.f, 1.5f, -0.25f, nan, inf, -inf, 1e-20f, 0.73f};
-    for (const float gamma : {2.2f, 1.f, 0.5f, 0.f, -2.2f, nan, 1e30f}) {
+// Core images: every lane, alpha included, takes the exponent 1 / gamma; row 0 is the bottom; only
+// the formats with alpha give an image with alpha.
+TEST_F(BitmapConversion, CoreImagesGiveThePerPixelFormulasBytesFlippedInEveryFormat) {
+    const float lanes[] = {0.f, 0.5f, 0.2140f, 1.f, 1.5f, -0.25f, kNaN, kInf, -kInf, 1e-20f, 0.73f};
+    for (const float gamma : {2.2f, 1.f, 0.5f, 0.f, -2.2f, kNaN, 1e30f}) {
         for (int format = 0; format <= 4; ++format) {
             Image image({4, 3, gamma, static_cast<ImageFormat>(format)});
             for (int i = 0; i < 12; ++i)
@@ -146,6 +104,7 @@ TEST_F(BitmapConversion, EveryFormatAndGammaGivesThePerPixelFormulasBytes) {
                               Rgb(lanes[i % 11], lanes[(i + 3) % 11], lanes[(i + 7) % 11],
                                   lanes[(i + 5) % 11]));
             const wxImage shown = BitmapConverter::vellumImageToWxImage(image);
+            ASSERT_EQ(shown.HasAlpha(), getImageFormatDescriptor(ImageFormat(format)).hasAlpha);
             for (int i = 0; i < 12; ++i) {
                 const Rgb pixel = image.getRgba(i % 4, i / 4);
                 const auto byte = [&](float lane) {
@@ -161,4 +120,22 @@ TEST_F(BitmapConversion, EveryFormatAndGammaGivesThePerPixelFormulasBytes) {
             }
         }
     }
+    EXPECT_TRUE(
+        BitmapConverter::vellumImageToWxBitmap(Image({1, 2, 1.f, ImageFormat::Rgb8})).IsOk());
+
+    // Images without pixels, and a long single row in every path: the last pixel of each row is
+    // written on its own.
+    const wxImage empty =
+        BitmapConverter::vellumImageToWxImage(Image({3, 0, 1.f, ImageFormat::Rgb8}));
+    EXPECT_EQ(empty.IsOk() ? empty.GetHeight() : 0, 0);
+    const wxImage none =
+        BitmapConverter::vellumImageToWxImage(Image({0, 0, 2.2f, ImageFormat::RgbaFloat32}));
+    EXPECT_EQ(none.IsOk() ? none.GetWidth() : 0, 0);
+    Image row({30000, 1, 2.2f, ImageFormat::RgbaFloat32});
+    row.setRgba(29999, 0, Rgb(1, 0.5f, 0, 1));
+    const wxImage wide = BitmapConverter::vellumImageToWxImage(row);
+    EXPECT_EQ(pixelAt(wide, 29999, 0), wxColour(255, GammaByteEncoder::formula(0.5f, 1 / 2.2f), 0));
+    BitmapImpl<Rgb> floats(30000, 1, Rgb(0.5f, 0.5f, 0.5f, 1));
+    EXPECT_EQ(pixelAt(Wx::toWxBitmap(floats, false).ConvertToImage(), 29999, 0),
+              wxColour(128, 128, 128));
 }

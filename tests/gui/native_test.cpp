@@ -34,6 +34,8 @@ public:
     int paints = 0;
 };
 
+const String kFilter(L"Photoshop curve files (*.acv)|*.acv");
+
 WindowHandle handleOf(const wxWindow& window) {
     return WindowHandle(window.GetHandle());
 }
@@ -50,16 +52,7 @@ TEST_F(Native, TheMainThreadIsTheInterfaceThread) {
     EXPECT_GT(getFontScale(), 0.0);
 }
 
-TEST_F(Native, ScreenRegionIsWhereWxSaysTheWindowIs) {
-    auto* panel = new SolidPanel(&parent(), wxPoint(30, 20), wxSize(64, 48), *wxRED);
-    ASSERT_TRUE(pumpUntil([&] { return panel->paints > 0; }));
-    const wxRect expected = panel->GetScreenRect();
-    EXPECT_EQ(getScreenRegion(handleOf(*panel)),
-              (Bucket{expected.x, expected.y, expected.width, expected.height}));
-    EXPECT_EQ(getScreenRegion(WindowHandle()), Bucket());
-}
-
-TEST_F(Native, ScreenColoursAreDecodedToLinearInOneCapture) {
+TEST_F(Native, TheScreenRegionIsWhereWxSaysAndItsColoursAreDecodedToLinearInOneCapture) {
     EXPECT_EQ(srgbByteToLinear(0), 0.f);
     EXPECT_EQ(srgbByteToLinear(255), 1.f);
     EXPECT_NEAR(srgbByteToLinear(10), 10 / 255.0 / 12.92, 1e-7); // the linear toe
@@ -69,12 +62,15 @@ TEST_F(Native, ScreenColoursAreDecodedToLinearInOneCapture) {
     ASSERT_TRUE(pumpUntil([&] { return panel->paints > 0; }));
     pumpPending();
     const Bucket region = getScreenRegion(handleOf(*panel));
+    const wxRect expected = panel->GetScreenRect();
+    EXPECT_EQ(region, (Bucket{expected.x, expected.y, expected.width, expected.height}));
+    EXPECT_EQ(getScreenRegion(WindowHandle()), Bucket());
     const BitmapImpl<Rgb> colors = getScreenRegionColors(region);
     ASSERT_EQ(colors.width(), 40);
     ASSERT_EQ(colors.height(), 30);
-    const Rgb expected(srgbByteToLinear(128), 1.f, srgbByteToLinear(10), 1.f);
-    EXPECT_EQ(colors(0, 0), expected);
-    EXPECT_EQ(colors(39, 29), expected);
+    const Rgb linear(srgbByteToLinear(128), 1.f, srgbByteToLinear(10), 1.f);
+    EXPECT_EQ(colors(0, 0), linear);
+    EXPECT_EQ(colors(39, 29), linear);
     EXPECT_FLOAT_EQ(srgbToLinear(128 / 255.f), srgbByteToLinear(128));
 
     // The panel's own drawing, without the screen: what the Wayland paint check reads.
@@ -133,25 +129,18 @@ TEST_F(Native, ADisabledWindowTakesNoClicksUntilTheDisablerGoes) {
     EXPECT_TRUE(pumpUntil([&] { return clicks == 1; }));
 }
 
-namespace {
-
-const String kFilter(L"Photoshop curve files (*.acv)|*.acv");
-
-} // namespace
-
-TEST_F(Native, FileChoosersShowTheirArgumentsAndCancelToAnEmptyPath) {
-    FileChooserAnswer answer;
-    const Io::Path chosen = filenameOpenDlg(handleOf(parent()), String(L"Select file"), kFilter,
-                                            Io::Path(String(L"/tmp/curves.acv")));
-    ASSERT_TRUE(answer.seen);
-    EXPECT_TRUE(chosen.isEmpty());
-    EXPECT_EQ(answer.title, "Select file");
-    EXPECT_EQ(answer.wildcard, "Photoshop curve files (*.acv)|*.acv");
-    EXPECT_EQ(answer.directory, "/tmp");
-    EXPECT_TRUE(answer.style & wxFD_OPEN);
-}
-
-TEST_F(Native, TheSaveChooserAsksBeforeOverwritingOnlyWithFlagOne) {
+TEST_F(Native, FileChoosersShowTheirArgumentsAndOnlyFlagOneAsksBeforeOverwriting) {
+    {
+        FileChooserAnswer cancel; // no path: Cancel
+        EXPECT_TRUE(filenameOpenDlg(handleOf(parent()), String(L"Select file"), kFilter,
+                                    Io::Path(String(L"/tmp/curves.acv")))
+                        .isEmpty());
+        ASSERT_TRUE(cancel.seen);
+        EXPECT_EQ(cancel.title, "Select file");
+        EXPECT_EQ(cancel.wildcard, "Photoshop curve files (*.acv)|*.acv");
+        EXPECT_EQ(cancel.directory, "/tmp");
+        EXPECT_TRUE(cancel.style & wxFD_OPEN);
+    }
     for (uint32 raw : {0u, 1u}) {
         FileChooserAnswer answer("/tmp/varnel-saved.acv");
         const Io::Path chosen =
