@@ -38,12 +38,14 @@ void SliderTrackRepaint_ColorSlider(benchmark::State& state) {
             return Wx::Detail::sliderTrackColor(SliderTrack::Sat, p, color.rgb, color.hsv);
         }));
     slider->setPosition(0.3f);
-    Host::settle();
+    PaintCount paints(slider);
+    paints.waitForFirst();
     for (auto _ : state) {
         color.fromHsv({color.hsv.h + 1.f, color.hsv.s, color.hsv.v, 1.f});
         slider->refreshTrack();
         slider->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(SliderTrackRepaint_ColorSlider)->Unit(benchmark::kMicrosecond);
 
@@ -58,11 +60,13 @@ void SliderRepaint_CachedTrack(benchmark::State& state) {
                             makeShared<Wx::ColorSlider::Gradient>([](float p, float) {
                                 return Wx::Detail::sliderTrackColor(SliderTrack::Hue, p, {}, {});
                             }));
-    Host::settle();
+    PaintCount paints(slider);
+    paints.waitForFirst();
     for (auto _ : state) {
         slider->Refresh(false);
         slider->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(SliderRepaint_CachedTrack)->Unit(benchmark::kMicrosecond);
 
@@ -73,11 +77,13 @@ void SliderTrackRepaint_PlainFill(benchmark::State& state) {
     Host host;
     auto* fill = new PlainFill(host.frame);
     fill->SetSize(wxSize(kTrackLength, 14));
-    Host::settle();
+    PaintCount paints(fill);
+    paints.waitForFirst();
     for (auto _ : state) {
         fill->Refresh(false);
         fill->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(SliderTrackRepaint_PlainFill)->Unit(benchmark::kMicrosecond);
 

@@ -51,13 +51,37 @@ void GradientRepaint512x24_GradientControl(benchmark::State& state) {
     ::Host host;
     auto* control = new Wx::GradientControl(host.frame, kStrip, 0.f, 1.f);
     control->setGradient(sixteenPoints());
-    ::Host::settle();
+    PaintCount paints(control);
+    paints.waitForFirst();
     for (auto _ : state) {
         control->Refresh(false);
         control->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(GradientRepaint512x24_GradientControl)->Unit(benchmark::kMicrosecond);
+
+// A repaint after every change, as during a drag: the ramp is built again each time.
+void GradientRepaintAfterChange512x24_GradientControl(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    ::Host host;
+    auto* control = new Wx::GradientControl(host.frame, kStrip, 0.f, 1.f);
+    ColorGradient gradients[2] = {sixteenPoints(), sixteenPoints()};
+    gradients[1].setPosition(7, 0.45f);
+    control->setGradient(gradients[0]);
+    PaintCount paints(control);
+    paints.waitForFirst();
+    int next = 1;
+    for (auto _ : state) {
+        control->setGradient(gradients[next]);
+        control->Update();
+        next ^= 1;
+    }
+    paints.report(state);
+}
+BENCHMARK(GradientRepaintAfterChange512x24_GradientControl)->Unit(benchmark::kMicrosecond);
 
 void GradientRepaint512x24_PlainFill(benchmark::State& state) {
     StartedLibrary library(state);
@@ -66,11 +90,13 @@ void GradientRepaint512x24_PlainFill(benchmark::State& state) {
     ::Host host;
     auto* fill = new PlainFill(host.frame);
     fill->SetSize(kStrip);
-    ::Host::settle();
+    PaintCount paints(fill);
+    paints.waitForFirst();
     for (auto _ : state) {
         fill->Refresh(false);
         fill->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(GradientRepaint512x24_PlainFill)->Unit(benchmark::kMicrosecond);
 
@@ -82,11 +108,13 @@ void PreviewRepaint512x24_CustomGradient(benchmark::State& state) {
     Host16 colors;
     auto* strip = new Wx::CustomGradient(
         host.frame, kStrip, [&colors](float v) { return colors.getPreviewColor(v, 1.f); });
-    ::Host::settle();
+    PaintCount paints(strip);
+    paints.waitForFirst();
     for (auto _ : state) {
         strip->Refresh(false);
         strip->Update();
     }
+    paints.report(state);
 }
 BENCHMARK(PreviewRepaint512x24_CustomGradient)->Unit(benchmark::kMicrosecond);
 

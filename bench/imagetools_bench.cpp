@@ -6,6 +6,8 @@
 #include <varnellibwx/widgets/pixelprobe.h>
 
 #include <wx/collpane.h>
+#include <wx/dcbuffer.h>
+#include <wx/popupwin.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -14,13 +16,15 @@ namespace {
 
 using namespace Varnel;
 
-// Every step a new pixel with new values: new texts, a new place, a repaint.
+// Every step a new pixel with new values: new texts, a new place, a repaint. A popup repaints
+// on the toolkit's frame clock, so each step also runs the loop until it has painted.
 void ProbeMove_PixelProbe(benchmark::State& state) {
     StartedLibrary library(state);
     if (!library.ok())
         return;
     ::Host host;
     auto* probe = new Wx::PixelProbe(host.frame);
+    PaintCount paints(probe);
     int step = 0;
     for (auto _ : state) {
         ++step;
@@ -30,9 +34,40 @@ void ProbeMove_PixelProbe(benchmark::State& state) {
                      Rgb(v / (1 + v), 0.3f, 0.2f, 1.f)},
                     wxPoint(100 + step % 300, 100 + step % 200));
         probe->Update();
+        ::Host::settle();
     }
+    paints.report(state);
 }
 BENCHMARK(ProbeMove_PixelProbe)->Unit(benchmark::kMicrosecond);
+
+// The toolkit's popup of the probe's size filled with one colour, moved and repainted as often.
+void ProbeMove_wxPopupWindowFill(benchmark::State& state) {
+    StartedLibrary library(state);
+    if (!library.ok())
+        return;
+    ::Host host;
+    auto* popup = new wxPopupWindow(host.frame, wxBORDER_NONE);
+    popup->SetBackgroundStyle(wxBG_STYLE_PAINT);
+    popup->SetSize(wxSize(330, 60));
+    unsigned char shade = 0;
+    popup->Bind(wxEVT_PAINT, [&](wxPaintEvent&) {
+        wxAutoBufferedPaintDC dc(popup);
+        dc.SetBackground(wxBrush(wxColour(++shade, 90, 90)));
+        dc.Clear();
+    });
+    PaintCount paints(popup);
+    popup->Show();
+    int step = 0;
+    for (auto _ : state) {
+        ++step;
+        popup->Move(100 + step % 300, 100 + step % 200);
+        popup->Refresh(false);
+        popup->Update();
+        ::Host::settle();
+    }
+    paints.report(state);
+}
+BENCHMARK(ProbeMove_wxPopupWindowFill)->Unit(benchmark::kMicrosecond);
 
 // 50 labelled fields in the pane, collapsed and expanded in turn.
 template <class Make, class Toggle>

@@ -8,6 +8,7 @@
 #include <varnellibwx/widgets/imagesavesettingsdialog.h>
 #include <varnellibwx/widgets/pixelprobe.h>
 
+#include <wx/dc.h>
 #include <wx/display.h>
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
@@ -110,6 +111,39 @@ TEST_F(ImageTools, ProbeStaysOnScreenLetsThePointerThroughAndHides) {
     probe->show(values, corner);
     view->Hide();
     EXPECT_FALSE(probe->IsShown());
+}
+
+TEST_F(ImageTools, TheProbeShowsWhatTheToolkitWritesForItsTexts) {
+    auto* probe = new PixelProbe(&parent());
+    for (const PixelProbeValues& values :
+         {PixelProbeValues{{-2147483647 - 1, 2147483647},
+                           Rgb(kNaN, -kInf, 1e30f, -0.f),
+                           Rgb(0.f, 0.73f, 0.54f, 1.f)},
+          PixelProbeValues{{640, 7}, Rgb(0.123456f, 8.f, 0.5f, 1.f), Rgb(1.f, 0.5f, 0.f, 1.f)}}) {
+        probe->show(values, wxPoint(100, 100));
+        const wxSize size = probe->GetClientSize();
+        const wxImage drawn = renderOffscreen(size, [&](wxDC& dc) { probe->paint(dc); });
+        // The same texts written by the toolkit at the same places, over the same background.
+        const wxImage written = renderOffscreen(size, [&](wxDC& dc) {
+            dc.SetPen(wxPen(wxColour(105, 105, 105)));
+            dc.SetBrush(wxBrush(wxColour(37, 37, 37)));
+            dc.DrawRectangle(wxPoint(0, 0), size);
+            dc.SetFont(probe->GetFont());
+            dc.SetTextForeground(wxColour(200, 200, 200));
+            for (int i = 0; i < 4; ++i)
+                dc.DrawText(wxString::FromUTF8(probe->texts()[i]), probe->columns()[i], 6);
+        });
+        // Glyphs copied one by one lose only the odd antialiased pixel past their advance.
+        int differing = 0;
+        for (int y = 0; y < size.y; ++y)
+            for (int x = 0; x < probe->columns()[4]; ++x)
+                differing += drawn.GetGreen(x, y) != written.GetGreen(x, y);
+        EXPECT_LE(differing * 1000, size.y * probe->columns()[4]);
+        const wxColour patch = pixelAt(drawn, probe->columns()[4] + 5, 10);
+        EXPECT_EQ(patch, wxColour(unitToByte(values.tonemapped.r), unitToByte(values.tonemapped.g),
+                                  unitToByte(values.tonemapped.b)));
+        EXPECT_EQ(pixelAt(drawn, 0, 0), wxColour(105, 105, 105));
+    }
 }
 
 TEST_F(ImageTools, SaveDialogAnswersAndSkipsDisabledFormats) {

@@ -150,11 +150,16 @@ void GradientControl::paint(wxDC& dc) const {
     dc.DrawRectangle(wxPoint(0, 0), at.size);
 
     const wxRect ramp = at.ramp();
-    const wxImage strip = Detail::columnStrip(ramp.GetSize(), [&](int column) {
-        return m_gradient.getColorAt(at.positionAt(ramp.x + column));
-    });
-    if (strip.IsOk())
-        dc.DrawBitmap(wxBitmap(strip), ramp.GetPosition());
+    if (!(at == m_rampGeometry && m_gradient == m_rampGradient && m_ramp.IsOk())) {
+        const wxImage strip = Detail::columnStrip(ramp.GetSize(), [&](int column) {
+            return m_gradient.getColorAt(at.positionAt(ramp.x + column));
+        });
+        m_ramp = strip.IsOk() ? wxBitmap(strip) : wxBitmap();
+        m_rampGradient = m_gradient;
+        m_rampGeometry = at;
+    }
+    if (m_ramp.IsOk())
+        dc.DrawBitmap(m_ramp, ramp.GetPosition());
 
     const Stack<ColorGradient::Point>& points = m_gradient.points();
     const auto drawMarker = [&](int index) {

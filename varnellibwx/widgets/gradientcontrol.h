@@ -6,6 +6,7 @@
 #include <varnellib/utility/colorgradient.h>
 #include <varnellibwx/export.h>
 
+#include <wx/bitmap.h>
 #include <wx/image.h>
 #include <wx/panel.h>
 
@@ -23,6 +24,7 @@ struct GradientGeometry {
     float maxPosition = 1.f;
     int step = 10;
 
+    bool operator==(const GradientGeometry&) const = default;
     int radius() const { return step / 2; }
     int margin() const { return step / 2 + 1; }
     /// The client rectangle less the margin at the left, the right and the bottom.
@@ -109,6 +111,11 @@ private:
     Optional<int> m_grabbed;
     ColorPicker* m_picker = nullptr; // a child, destroyed with the control
     Function<void(const ColorGradient&)> m_onChange;
+    // The ramp as last drawn and what it was drawn from: repaints that change nothing (exposes,
+    // a window moving over the control) draw it again without a lookup per column.
+    mutable wxBitmap m_ramp;
+    mutable ColorGradient m_rampGradient;
+    mutable Detail::GradientGeometry m_rampGeometry;
 };
 
 } // namespace Varnel::Wx

@@ -10,6 +10,7 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <locale.h>
 #include <string_view>
 
@@ -122,47 +123,131 @@ void PixelProbe::layOut(std::array<std::string, 4>&& texts) {
         SetSize(size);
 }
 
-int PixelProbe::lineWidth(std::string_view line) {
-    // A line is a label ("R: ", "Position:") and perhaps a number after its last space. Labels
-    // are measured once; a number counts as many of the widest glyph a number prints as it has
-    // characters, so the columns hold still while the pointer moves (and no text is shaped just
-    // to be measured).
-    static constexpr std::string_view kNumberGlyphs = "0123456789.-+naif";
+namespace {
+
+// The glyphs a number prints.
+constexpr std::string_view kNumberGlyphs = "0123456789.-+naif";
+
+// A line is a label ("R: ", "Position:") and perhaps a number after its last space.
+std::pair<std::string_view, std::string_view> splitLine(std::string_view line) {
     const std::size_t space = line.rfind(' ');
     std::string_view number = space == std::string_view::npos ? line : line.substr(space + 1);
     if (number.find_first_not_of(kNumberGlyphs) != std::string_view::npos)
         number = {};
-    const std::string_view label = line.substr(0, line.size() - number.size());
-    auto known = m_labelWidths.find(label);
-    if (known == m_labelWidths.end() || m_numberGlyph == 0) {
-        wxMemoryDC dc;
-        dc.SetFont(GetFont());
-        if (m_numberGlyph == 0) {
-            for (const char glyph : kNumberGlyphs)
-                m_numberGlyph = std::max(m_numberGlyph, dc.GetTextExtent(wxString(glyph)).x);
-            m_lineHeight = dc.GetCharHeight();
-        }
-        known = m_labelWidths
-                    .emplace(std::string(label),
-                             dc.GetTextExtent(wxString::FromUTF8(label.data(), label.size())).x)
-                    .first;
+    return {line.substr(0, line.size() - number.size()), number};
+}
+
+// Rows of RGB bytes, the probe composed in them before it is drawn.
+struct Canvas {
+    unsigned char* data;
+    wxSize size;
+
+    unsigned char* at(int x, int y) const {
+        return data + (static_cast<std::size_t>(y) * size.x + x) * 3;
     }
-    return known->second + static_cast<int>(number.size()) * m_numberGlyph;
+};
+
+void fill(const Canvas& canvas, const wxRect& rect, const wxColour& colour) {
+    const wxRect clipped = rect.Intersect(wxRect(canvas.size));
+    if (clipped.IsEmpty())
+        return;
+    const unsigned char rgb[3] = {colour.Red(), colour.Green(), colour.Blue()};
+    unsigned char* first = canvas.at(clipped.x, clipped.y);
+    for (int x = 0; x < clipped.width; ++x)
+        std::memcpy(first + x * 3, rgb, 3);
+    for (int y = 1; y < clipped.height; ++y)
+        std::memcpy(canvas.at(clipped.x, clipped.y + y), first, clipped.width * 3u);
+}
+
+// What a wxDC draws for a rectangle with a one-pixel pen: the outline on its outermost pixels.
+void frameAndFill(const Canvas& canvas, const wxRect& rect, const wxColour& frame,
+                  const wxColour& inside) {
+    fill(canvas, rect, frame);
+    fill(canvas, wxRect(rect).Deflate(1), inside);
+}
+
+void copyInto(const Canvas& canvas, const unsigned char* rgb, wxSize size, wxPoint at) {
+    const wxRect target = wxRect(at, size).Intersect(wxRect(canvas.size));
+    if (target.IsEmpty())
+        return;
+    for (int y = target.y; y < target.y + target.height; ++y)
+        std::memcpy(canvas.at(target.x, y),
+                    rgb + (static_cast<std::size_t>(y - at.y) * size.x + (target.x - at.x)) * 3,
+                    target.width * 3u);
+}
+
+} // namespace
+
+const PixelProbe::Piece& PixelProbe::piece(std::string_view text) {
+    const auto known = m_pieces.find(text);
+    if (known != m_pieces.end())
+        return known->second;
+    wxMemoryDC dc;
+    dc.SetFont(GetFont());
+    if (m_lineHeight == 0)
+        m_lineHeight = dc.GetCharHeight();
+    const wxString label = wxString::FromUTF8(text.data(), text.size());
+    Piece drawn;
+    drawn.width = text.empty() ? 0 : dc.GetTextExtent(label).x;
+    if (drawn.width > 0) {
+        wxBitmap bitmap(drawn.width, m_lineHeight, 24);
+        dc.SelectObject(bitmap);
+        dc.SetBackground(wxBrush(toWxColour(m_skin.darkBackground)));
+        dc.Clear();
+        dc.SetTextForeground(toWxColour(m_skin.text));
+        dc.DrawText(label, 0, 0);
+        dc.SelectObject(wxNullBitmap);
+        const wxImage image = bitmap.ConvertToImage();
+        drawn.rgb.assign(image.GetData(), image.GetData() + static_cast<std::size_t>(drawn.width) *
+                                                                m_lineHeight * 3);
+    }
+    return m_pieces.emplace(std::string(text), std::move(drawn)).first->second;
+}
+
+int PixelProbe::lineWidth(std::string_view line) {
+    // Labels are measured once; a number counts as many of the widest glyph a number prints as
+    // it has characters, so the columns hold still while the pointer moves.
+    if (m_numberGlyph == 0)
+        for (std::size_t i = 0; i < kNumberGlyphs.size(); ++i)
+            m_numberGlyph = std::max(m_numberGlyph, piece(kNumberGlyphs.substr(i, 1)).width);
+    const auto [label, number] = splitLine(line);
+    return piece(label).width + static_cast<int>(number.size()) * m_numberGlyph;
 }
 
 void PixelProbe::paint(wxDC& dc) const {
     const wxSize size = GetClientSize();
-    dc.SetPen(wxPen(kFrame, 1));
-    dc.SetBrush(wxBrush(toWxColour(m_skin.darkBackground)));
-    dc.DrawRectangle(wxPoint(0, 0), size);
-    dc.SetFont(GetFont());
-    dc.SetTextForeground(toWxColour(m_skin.text));
+    if (size.x <= 0 || size.y <= 0)
+        return;
+    m_canvas.resize(static_cast<std::size_t>(size.x) * size.y * 3);
+    const Canvas canvas{m_canvas.data(), size};
+    frameAndFill(canvas, wxRect(size), kFrame, toWxColour(m_skin.darkBackground));
     const int padding = scaleByDpi(kPadding);
-    for (std::size_t i = 0; i < m_texts.size(); ++i)
-        dc.DrawText(wxString::FromUTF8(m_texts[i]), m_columns[i], padding);
+    for (std::size_t i = 0; i < m_texts.size(); ++i) {
+        std::string_view rest = m_texts[i];
+        for (wxPoint at(m_columns[i], padding);; at = wxPoint(m_columns[i], at.y + m_lineHeight)) {
+            const std::size_t end = rest.find('\n');
+            // Every piece of a shown line was drawn when the line was measured.
+            const auto copy = [&](std::string_view text) {
+                const auto drawn = m_pieces.find(text);
+                if (drawn == m_pieces.end())
+                    return;
+                copyInto(canvas, drawn->second.rgb.data(),
+                         wxSize(drawn->second.width, m_lineHeight), at);
+                at.x += drawn->second.width;
+            };
+            const auto [label, number] = splitLine(rest.substr(0, end));
+            copy(label);
+            for (std::size_t glyph = 0; glyph < number.size(); ++glyph)
+                copy(number.substr(glyph, 1));
+            if (end == std::string_view::npos)
+                break;
+            rest.remove_prefix(end + 1);
+        }
+    }
     const Rgb& shown = m_values.tonemapped;
-    dc.SetBrush(wxBrush(wxColour(unitToByte(shown.r), unitToByte(shown.g), unitToByte(shown.b))));
-    dc.DrawRectangle(wxRect(m_columns[4], padding, scaleByDpi(kPatchWidth), m_textHeight));
+    frameAndFill(canvas, wxRect(m_columns[4], padding, scaleByDpi(kPatchWidth), m_textHeight),
+                 kFrame, wxColour(unitToByte(shown.r), unitToByte(shown.g), unitToByte(shown.b)));
+    dc.DrawBitmap(wxBitmap(wxImage(size, m_canvas.data(), true)), 0, 0);
 }
 
 void PixelProbe::onKey(wxKeyEvent& event) {

@@ -47,12 +47,22 @@ public:
     /// The four blocks as shown.
     const std::array<std::string, 4>& texts() const { return m_texts; }
     const PixelProbeValues& values() const { return m_values; }
+    /// The left edges of the four blocks and of the colour patch.
+    const std::array<int, 5>& columns() const { return m_columns; }
 
+    /// Draws the probe: its frame, the blocks (labels and number glyphs drawn once and copied,
+    /// so a move shapes no text) and the patch of the tonemapped colour.
     void paint(wxDC& dc) const;
 
 private:
     void layOut(std::array<std::string, 4>&& texts);
     int lineWidth(std::string_view line);
+    // A label or a glyph drawn once over the probe's background: its width and rows of RGB.
+    struct Piece {
+        int width = 0;
+        std::vector<unsigned char> rgb;
+    };
+    const Piece& piece(std::string_view text);
     void onKey(wxKeyEvent& event);
     void onViewShown(wxShowEvent& event);
 
@@ -62,11 +72,13 @@ private:
     GuiSkin m_skin;
     PixelProbeValues m_values;
     std::array<std::string, 4> m_texts;
-    std::map<std::string, int, std::less<>> m_labelWidths;
+    // Each label and each glyph a number prints, drawn once over the probe's background.
+    std::map<std::string, Piece, std::less<>> m_pieces;
     int m_numberGlyph = 0; // the widest glyph a number prints
     int m_lineHeight = 0;
     std::array<int, 5> m_columns{}; // the blocks' and the patch's left edges
     int m_textHeight = 0;
+    mutable std::vector<unsigned char> m_canvas; // the whole probe, composed before it is drawn
 };
 
 namespace Detail {
