@@ -137,15 +137,16 @@ void eyeDropperMotion(benchmark::State& state, wxPoint from) {
     if (!library.ok())
         return;
     Host host;
-    new Ramp(host.frame);
+    auto* ramp = new Ramp(host.frame);
     auto* button = new Wx::EyeDropperButton(
         host.frame, wxID_ANY, Wx::EyeDropperButton::icon(Wx::EyeDropperButton::Icon::PickColor),
         String(L"Pick Color"));
     button->SetPosition(wxPoint(250, 150));
     button->setAveragingRadius(15);
-    Host::settle();
+    PaintCount(ramp).waitForFirst(); // on screen before it is read
     wxMouseEvent press(wxEVT_LEFT_DOWN);
     button->GetEventHandler()->ProcessEvent(press);
+    PaintCount paints(button);
     int step = 0;
     for (auto _ : state) {
         wxMouseEvent motion(wxEVT_MOTION);
@@ -153,6 +154,7 @@ void eyeDropperMotion(benchmark::State& state, wxPoint from) {
         motion.SetLeftDown(true);
         button->GetEventHandler()->ProcessEvent(motion);
     }
+    paints.report(state);
     wxMouseEvent cancel(wxEVT_RIGHT_DOWN);
     button->GetEventHandler()->ProcessEvent(cancel);
 }
@@ -171,6 +173,8 @@ void EyeDropperMotionRadius15_XGetImage(benchmark::State& state) {
     StartedLibrary library(state);
     if (!library.ok())
         return;
+    Host host; // the same windows on the screen as the eyedropper reads
+    PaintCount(new Ramp(host.frame)).waitForFirst();
     Display* display = gdk_x11_display_get_xdisplay(gdk_display_get_default());
     const Window root = DefaultRootWindow(display);
     int step = 0;

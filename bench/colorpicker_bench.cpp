@@ -65,13 +65,17 @@ void HueDragMotion_ColorPicker(benchmark::State& state) {
     press.SetPosition(wxPoint(10, 5));
     hue->GetEventHandler()->ProcessEvent(press);
     Host::settle();
-    int step = 0;
-    for (auto _ : state) {
-        wxMouseEvent motion(wxEVT_MOTION);
-        motion.SetPosition(wxPoint(10 + step++ % 180, 5));
-        motion.SetLeftDown(true);
-        hue->GetEventHandler()->ProcessEvent(motion);
-        picker->Update();
+    {
+        PaintCount paints(hue);
+        int step = 0;
+        for (auto _ : state) {
+            wxMouseEvent motion(wxEVT_MOTION);
+            motion.SetPosition(wxPoint(10 + step++ % 180, 5));
+            motion.SetLeftDown(true);
+            hue->GetEventHandler()->ProcessEvent(motion);
+            picker->Update();
+        }
+        paints.report(state);
     }
     wxMouseEvent release(wxEVT_LEFT_UP);
     hue->GetEventHandler()->ProcessEvent(release);

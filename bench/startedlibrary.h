@@ -65,6 +65,14 @@ public:
         }
         m_paints = 0;
     }
+    /// Handles events until the window has painted once more (a second at most): for windows
+    /// that paint once the X server has shown them, or on the toolkit's frame clock.
+    void waitForNext() {
+        const int before = m_paints;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        while (m_paints == before && std::chrono::steady_clock::now() < deadline)
+            Host::settle();
+    }
     void report(benchmark::State& state) const {
         state.counters["paints"] = benchmark::Counter(m_paints, benchmark::Counter::kAvgIterations);
     }

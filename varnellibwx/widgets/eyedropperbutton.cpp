@@ -190,13 +190,14 @@ void EyeDropperButton::onMotion(wxMouseEvent& event) {
         return;
     m_sampledColor = sampleAtScreen(m_screenOrigin + event.GetPosition());
     // The face shows the sample in 8 bits: while those stay the same (a flat area under the
-    // pointer) the painted face is already right, and the next read comes sooner.
+    // pointer) the painted face is already right. Otherwise it repaints with the toolkit's next
+    // frame rather than inside the motion: the pointer reports far more often than the screen
+    // shows a frame, and every motion gets its read.
     const RgbBytes face = Detail::toRgbBytes(m_sampledColor);
     if (m_paintedFace == face)
         return;
     m_paintedFace = face;
     Refresh(false);
-    Update();
 }
 
 void EyeDropperButton::onLeftUp(wxMouseEvent& event) {
