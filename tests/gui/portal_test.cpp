@@ -10,6 +10,7 @@
 #include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/eyedropperbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
+#include <varnellibwx/widgets/tooltip.h>
 
 #include <gio/gio.h>
 
@@ -184,7 +185,25 @@ TEST_F(Portal, WithoutAPortalTheEyedropperSaysWhyAndThePickerAveragesNothing) {
     auto* picker = new ColorPicker(&parent(), String(L"Color Selector: Portal"), wxPoint(60, 60),
                                    Rgb(0.2f, 0.3f, 0.4f, 1.f), ColorPicker::DialogType::Normal,
                                    ColorPicker::ColorFormat::Rgb);
-    EXPECT_FALSE(picker->averagingList()->IsEnabled());
     EXPECT_FALSE(picker->eyeDropper(false)->canPick());
+    // The averaging list looks disabled and takes no input, yet its tooltip says why.
+    ComboBox& averaging = *picker->averagingList();
+    EXPECT_FALSE(averaging.isAvailable());
+    Tooltip* tip = nullptr;
+    for (wxWindow* child : averaging.GetChildren())
+        tip = tip ? tip : dynamic_cast<Tooltip*>(child);
+    ASSERT_NE(tip, nullptr);
+    tip->setDelay(100);
+    picker->Show();
+    ASSERT_TRUE(pumpUntil([&] { return averaging.IsShownOnScreen(); }));
+    input.moveTo(averaging, wxPoint(20, 8)); // in, then a move over it, as a user's pointer does
+    input.moveTo(averaging, wxPoint(24, 9));
+    EXPECT_TRUE(pumpUntil([&] { return tip->IsShown(); }, 2s));
+    input.click(averaging, wxPoint(20, 8));
+    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+    wheel.m_wheelRotation = -120;
+    averaging.HandleWindowEvent(wheel);
+    EXPECT_FALSE(averaging.isDropdownShown());
+    EXPECT_EQ(averaging.getSelectedIndex(), 0);
     picker->Destroy();
 }

@@ -167,7 +167,7 @@ void ColorPicker::build(const Rgb& color) {
     m_averaging->setData(choices.view());
     m_averaging->selectIndex(0, false);
     if (screenAccess() == ScreenAccess::Portal) { // the desktop picks single pixels
-        m_averaging->Enable(false);
+        m_averaging->setAvailable(false);
         new Tooltip(m_averaging, String(kAveragingPortalHelp));
     }
     droppers->Add(m_averaging, 0, wxALIGN_CENTER_VERTICAL);

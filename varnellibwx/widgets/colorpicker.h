@@ -138,7 +138,7 @@ public:
     /// The tooltips, as the dialog shows them.
     static const wchar_t* const kSrgbHelp;
     static const wchar_t* const kRangeHelp;
-    /// The averaging list's tooltip where the desktop portal picks (and the list is disabled).
+    /// The averaging list's tooltip where the desktop portal picks (and the list is unavailable).
     static constexpr const wchar_t* kAveragingPortalHelp =
         L"The desktop picks single pixels: averaging needs a screen that the program can read, "
         L"and this desktop lets no program read the screen.";

@@ -344,6 +344,13 @@ bool ComboBox::Enable(bool enable) {
     return changed;
 }
 
+void ComboBox::setAvailable(bool available) {
+    if (!available && isDropdownShown())
+        hideDropdown();
+    m_available = available;
+    Refresh(false);
+}
+
 bool ComboBox::isDropdownShown() const {
     return m_dropdown && m_dropdown->IsShown();
 }
@@ -451,11 +458,12 @@ void ComboBox::tellWindowEvent(WindowEvent event) {
 }
 
 void ComboBox::paint(wxDC& dc, wxSize size) const {
-    const bool enabled = IsEnabled();
+    const bool enabled = usable();
     dc.SetBackground(wxBrush(toWxColour(m_skin.background)));
     dc.Clear();
     Flags<RawaBorderState> state;
-    state.set(RawaBorderState::Enabled, enabled).set(RawaBorderState::Hovered, m_hovered);
+    state.set(RawaBorderState::Enabled, enabled)
+        .set(RawaBorderState::Hovered, enabled && m_hovered);
     Varnel::Detail::paintRawaBorder(dc, size, state);
 
     const wxBitmap& arrow = enabled ? m_arrow : m_disabledArrow;
@@ -479,19 +487,19 @@ void ComboBox::onPaint(wxPaintEvent&) {
 }
 
 void ComboBox::onMouseDown(wxMouseEvent&) {
-    if (!IsEnabled())
+    if (!usable())
         return;
     SetFocus();
     toggleDropdown();
 }
 
 void ComboBox::onWheel(wxMouseEvent& event) {
-    if (IsEnabled())
+    if (usable())
         step(event.GetWheelRotation());
 }
 
 void ComboBox::onCharHook(wxKeyEvent& event) {
-    if (!IsEnabled() || !handleKey(event.GetKeyCode()))
+    if (!usable() || !handleKey(event.GetKeyCode()))
         event.Skip();
 }
 

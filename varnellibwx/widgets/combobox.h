@@ -90,9 +90,14 @@ public:
     bool isInside(wxPoint screenPoint) const;
 
     bool Enable(bool enable = true) override;
+    /// An unavailable combo box looks and acts disabled (greyed, deaf to clicks, keys and the
+    /// wheel) yet stays enabled, so that a tooltip on it can still say why: GTK gives a disabled
+    /// window no pointer events at all.
+    void setAvailable(bool available);
+    bool isAvailable() const { return m_available; }
     /// The combo itself takes the keyboard focus (a panel would pass it to a child).
-    bool AcceptsFocus() const override { return IsEnabled(); }
-    bool AcceptsFocusFromKeyboard() const override { return IsEnabled(); }
+    bool AcceptsFocus() const override { return usable(); }
+    bool AcceptsFocusFromKeyboard() const override { return usable(); }
     void SetFocus() override;
 
     bool isDropdownShown() const;
@@ -105,6 +110,7 @@ private:
     friend class ComboBoxDropdown;
 
     void apply(bool notify);
+    bool usable() const { return IsEnabled() && m_available; }
     void toggleDropdown();
     void showDropdown();
     void hideDropdown();
@@ -125,6 +131,7 @@ private:
     Function<void(wxWindow*, WindowEvent)> m_onWindowEvent;
     GuiSkin m_skin;
     bool m_hovered = false;
+    bool m_available = true;
     bool m_opensUpward;
 };
 

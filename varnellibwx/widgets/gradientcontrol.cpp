@@ -185,6 +185,7 @@ void GradientControl::onPaint(wxPaintEvent&) {
 
 void GradientControl::onLeftDown(wxMouseEvent& event) {
     m_grabbed = Detail::gradientHitTest(m_gradient, geometry(), event.GetPosition());
+    m_moved = false;
     if (!HasCapture() && m_grabbed) {
         CaptureMouse();
         Refresh(false);
@@ -194,14 +195,24 @@ void GradientControl::onLeftDown(wxMouseEvent& event) {
 void GradientControl::onMotion(wxMouseEvent& event) {
     if (!HasCapture() || !m_grabbed)
         return;
+    moveGrabbedTo(event.GetX());
+    m_moved = true;
+}
+
+void GradientControl::moveGrabbedTo(int x) {
     ColorGradient::Point moved = m_gradient.points()[*m_grabbed];
-    moved.position = geometry().positionAt(event.GetX());
+    moved.position = geometry().positionAt(x);
     m_gradient.setPosition(*m_grabbed, moved.position);
     m_grabbed = Detail::findGradientPoint(m_gradient, moved);
     Refresh(false);
 }
 
-void GradientControl::onLeftUp(wxMouseEvent&) {
+void GradientControl::onLeftUp(wxMouseEvent& event) {
+    // A dragged point ends where the button is released: the toolkit may not have delivered the
+    // pointer's last motion (X sends one hint and waits to be asked again). A click without a
+    // motion leaves the point where it was.
+    if (HasCapture() && m_grabbed && m_moved)
+        moveGrabbedTo(event.GetX());
     m_grabbed.reset();
     if (!HasCapture())
         return;

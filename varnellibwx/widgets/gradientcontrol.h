@@ -100,6 +100,7 @@ private:
     void onPaint(wxPaintEvent& event);
     void onLeftDown(wxMouseEvent& event);
     void onMotion(wxMouseEvent& event);
+    void moveGrabbedTo(int x);
     void onLeftUp(wxMouseEvent& event);
     void onCaptureLost(wxMouseCaptureLostEvent& event);
     void onRightUp(wxMouseEvent& event);
@@ -109,6 +110,7 @@ private:
     float m_minPosition;
     float m_maxPosition;
     Optional<int> m_grabbed;
+    bool m_moved = false;            // the grabbed point has followed the pointer since the press
     ColorPicker* m_picker = nullptr; // a child, destroyed with the control
     Function<void(const ColorGradient&)> m_onChange;
     // The ramp as last drawn and what it was drawn from: repaints that change nothing (exposes,
