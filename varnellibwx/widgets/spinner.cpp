@@ -179,12 +179,12 @@ void Spinner::setValue(float value, bool notify) {
         Detail::formatSpinnerValue(m_value, m_digits, decimalPointCharacter());
     m_value = Detail::clampSpinnerValue(shown.value, m_minValue, m_maxValue);
     // The same text again changes nothing a user can see: a picker refreshing all its rows on
-    // every motion of a drag would otherwise redraw every field.
+    // every motion of a drag would otherwise redraw every field. A new text redraws the field
+    // alone; the arrows and the panel around it show nothing that depends on the value.
     const wxString text = toWxString(shown.text);
     if (m_placeholder || m_textField->GetValue() != text) {
         m_placeholder.reset();
         m_textField->ChangeValue(text);
-        Refresh(false);
     }
     if (!notify)
         return;
