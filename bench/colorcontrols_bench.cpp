@@ -60,13 +60,7 @@ void SliderRepaint_CachedTrack(benchmark::State& state) {
                             makeShared<Wx::ColorSlider::Gradient>([](float p, float) {
                                 return Wx::Detail::sliderTrackColor(SliderTrack::Hue, p, {}, {});
                             }));
-    PaintCount paints(slider);
-    paints.waitForFirst();
-    for (auto _ : state) {
-        slider->Refresh(false);
-        slider->Update();
-    }
-    paints.report(state);
+    timeRepaints(state, slider);
 }
 BENCHMARK(SliderRepaint_CachedTrack)->Unit(benchmark::kMicrosecond);
 
@@ -77,13 +71,7 @@ void SliderTrackRepaint_PlainFill(benchmark::State& state) {
     Host host;
     auto* fill = new PlainFill(host.frame);
     fill->SetSize(wxSize(kTrackLength, 14));
-    PaintCount paints(fill);
-    paints.waitForFirst();
-    for (auto _ : state) {
-        fill->Refresh(false);
-        fill->Update();
-    }
-    paints.report(state);
+    timeRepaints(state, fill);
 }
 BENCHMARK(SliderTrackRepaint_PlainFill)->Unit(benchmark::kMicrosecond);
 
@@ -146,7 +134,6 @@ void eyeDropperMotion(benchmark::State& state, wxPoint from) {
     PaintCount(ramp).waitForFirst(); // on screen before it is read
     wxMouseEvent press(wxEVT_LEFT_DOWN);
     button->GetEventHandler()->ProcessEvent(press);
-    PaintCount paints(button);
     int step = 0;
     for (auto _ : state) {
         wxMouseEvent motion(wxEVT_MOTION);
@@ -154,7 +141,6 @@ void eyeDropperMotion(benchmark::State& state, wxPoint from) {
         motion.SetLeftDown(true);
         button->GetEventHandler()->ProcessEvent(motion);
     }
-    paints.report(state);
     wxMouseEvent cancel(wxEVT_RIGHT_DOWN);
     button->GetEventHandler()->ProcessEvent(cancel);
 }

@@ -51,13 +51,7 @@ void GradientRepaint512x24_GradientControl(benchmark::State& state) {
     ::Host host;
     auto* control = new Wx::GradientControl(host.frame, kStrip, 0.f, 1.f);
     control->setGradient(sixteenPoints());
-    PaintCount paints(control);
-    paints.waitForFirst();
-    for (auto _ : state) {
-        control->Refresh(false);
-        control->Update();
-    }
-    paints.report(state);
+    timeRepaints(state, control);
 }
 BENCHMARK(GradientRepaint512x24_GradientControl)->Unit(benchmark::kMicrosecond);
 
@@ -90,13 +84,7 @@ void GradientRepaint512x24_PlainFill(benchmark::State& state) {
     ::Host host;
     auto* fill = new PlainFill(host.frame);
     fill->SetSize(kStrip);
-    PaintCount paints(fill);
-    paints.waitForFirst();
-    for (auto _ : state) {
-        fill->Refresh(false);
-        fill->Update();
-    }
-    paints.report(state);
+    timeRepaints(state, fill);
 }
 BENCHMARK(GradientRepaint512x24_PlainFill)->Unit(benchmark::kMicrosecond);
 
@@ -108,13 +96,7 @@ void PreviewRepaint512x24_CustomGradient(benchmark::State& state) {
     Host16 colors;
     auto* strip = new Wx::CustomGradient(
         host.frame, kStrip, [&colors](float v) { return colors.getPreviewColor(v, 1.f); });
-    PaintCount paints(strip);
-    paints.waitForFirst();
-    for (auto _ : state) {
-        strip->Refresh(false);
-        strip->Update();
-    }
-    paints.report(state);
+    timeRepaints(state, strip);
 }
 BENCHMARK(PreviewRepaint512x24_CustomGradient)->Unit(benchmark::kMicrosecond);
 

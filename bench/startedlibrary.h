@@ -87,6 +87,17 @@ private:
     int m_paints = 0;
 };
 
+/// Times repaints of `window` (Refresh, then Update) once it has painted, with the paint count.
+inline void timeRepaints(benchmark::State& state, wxWindow* window) {
+    PaintCount paints(window);
+    paints.waitForFirst();
+    for (auto _ : state) {
+        window->Refresh(false);
+        window->Update();
+    }
+    paints.report(state);
+}
+
 // A panel that paints one colour over its client area, changing with every repaint.
 class PlainFill : public wxPanel {
 public:

@@ -40,6 +40,57 @@ std::string print(const char* format, Args... args) {
     return text;
 }
 
+// The glyphs a number prints.
+constexpr std::string_view kNumberGlyphs = "0123456789.-+naif";
+
+// A line is a label ("R: ", "Position:") and perhaps a number after its last space.
+std::pair<std::string_view, std::string_view> splitLine(std::string_view line) {
+    const std::size_t space = line.rfind(' ');
+    std::string_view number = space == std::string_view::npos ? line : line.substr(space + 1);
+    if (number.find_first_not_of(kNumberGlyphs) != std::string_view::npos)
+        number = {};
+    return {line.substr(0, line.size() - number.size()), number};
+}
+
+// Rows of RGB bytes, the probe composed in them before it is drawn.
+struct Canvas {
+    unsigned char* data;
+    wxSize size;
+
+    unsigned char* at(int x, int y) const {
+        return data + (static_cast<std::size_t>(y) * size.x + x) * 3;
+    }
+};
+
+void fill(const Canvas& canvas, const wxRect& rect, const wxColour& colour) {
+    const wxRect clipped = rect.Intersect(wxRect(canvas.size));
+    if (clipped.IsEmpty())
+        return;
+    const unsigned char rgb[3] = {colour.Red(), colour.Green(), colour.Blue()};
+    unsigned char* first = canvas.at(clipped.x, clipped.y);
+    for (int x = 0; x < clipped.width; ++x)
+        std::memcpy(first + x * 3, rgb, 3);
+    for (int y = 1; y < clipped.height; ++y)
+        std::memcpy(canvas.at(clipped.x, clipped.y + y), first, clipped.width * 3u);
+}
+
+// What a wxDC draws for a rectangle with a one-pixel pen: the outline on its outermost pixels.
+void frameAndFill(const Canvas& canvas, const wxRect& rect, const wxColour& frame,
+                  const wxColour& inside) {
+    fill(canvas, rect, frame);
+    fill(canvas, wxRect(rect).Deflate(1), inside);
+}
+
+void copyInto(const Canvas& canvas, const unsigned char* rgb, wxSize size, wxPoint at) {
+    const wxRect target = wxRect(at, size).Intersect(wxRect(canvas.size));
+    if (target.IsEmpty())
+        return;
+    for (int y = target.y; y < target.y + target.height; ++y)
+        std::memcpy(canvas.at(target.x, y),
+                    rgb + (static_cast<std::size_t>(y - at.y) * size.x + (target.x - at.x)) * 3,
+                    target.width * 3u);
+}
+
 } // namespace
 
 PixelProbe::PixelProbe(wxWindow* view, const GuiSkin& skin)
@@ -98,22 +149,27 @@ void PixelProbe::hide() {
 
 void PixelProbe::layOut(std::array<std::string, 4>&& texts) {
     m_texts = std::move(texts);
+    m_placed.clear();
+    if (m_numberGlyph == 0)
+        for (std::size_t i = 0; i < kNumberGlyphs.size(); ++i)
+            m_numberGlyph = std::max(m_numberGlyph, piece(kNumberGlyphs.substr(i, 1)).width);
     const int padding = scaleByDpi(kPadding);
     int x = padding;
     int lines = 0;
     for (std::size_t i = 0; i < m_texts.size(); ++i) {
+        m_columns[i] = x;
         int width = 0;
         std::string_view rest = m_texts[i];
         for (int count = 1;; ++count) {
             const std::size_t end = rest.find('\n');
-            width = std::max(width, lineWidth(rest.substr(0, end)));
+            width = std::max(width, placeLine(rest.substr(0, end),
+                                              wxPoint(x, padding + (count - 1) * m_lineHeight)));
             if (end == std::string_view::npos) {
                 lines = std::max(lines, count);
                 break;
             }
             rest.remove_prefix(end + 1);
         }
-        m_columns[i] = x;
         x += width + scaleByDpi(kBlockGap);
     }
     m_columns[4] = x;
@@ -122,61 +178,6 @@ void PixelProbe::layOut(std::array<std::string, 4>&& texts) {
     if (size != GetSize())
         SetSize(size);
 }
-
-namespace {
-
-// The glyphs a number prints.
-constexpr std::string_view kNumberGlyphs = "0123456789.-+naif";
-
-// A line is a label ("R: ", "Position:") and perhaps a number after its last space.
-std::pair<std::string_view, std::string_view> splitLine(std::string_view line) {
-    const std::size_t space = line.rfind(' ');
-    std::string_view number = space == std::string_view::npos ? line : line.substr(space + 1);
-    if (number.find_first_not_of(kNumberGlyphs) != std::string_view::npos)
-        number = {};
-    return {line.substr(0, line.size() - number.size()), number};
-}
-
-// Rows of RGB bytes, the probe composed in them before it is drawn.
-struct Canvas {
-    unsigned char* data;
-    wxSize size;
-
-    unsigned char* at(int x, int y) const {
-        return data + (static_cast<std::size_t>(y) * size.x + x) * 3;
-    }
-};
-
-void fill(const Canvas& canvas, const wxRect& rect, const wxColour& colour) {
-    const wxRect clipped = rect.Intersect(wxRect(canvas.size));
-    if (clipped.IsEmpty())
-        return;
-    const unsigned char rgb[3] = {colour.Red(), colour.Green(), colour.Blue()};
-    unsigned char* first = canvas.at(clipped.x, clipped.y);
-    for (int x = 0; x < clipped.width; ++x)
-        std::memcpy(first + x * 3, rgb, 3);
-    for (int y = 1; y < clipped.height; ++y)
-        std::memcpy(canvas.at(clipped.x, clipped.y + y), first, clipped.width * 3u);
-}
-
-// What a wxDC draws for a rectangle with a one-pixel pen: the outline on its outermost pixels.
-void frameAndFill(const Canvas& canvas, const wxRect& rect, const wxColour& frame,
-                  const wxColour& inside) {
-    fill(canvas, rect, frame);
-    fill(canvas, wxRect(rect).Deflate(1), inside);
-}
-
-void copyInto(const Canvas& canvas, const unsigned char* rgb, wxSize size, wxPoint at) {
-    const wxRect target = wxRect(at, size).Intersect(wxRect(canvas.size));
-    if (target.IsEmpty())
-        return;
-    for (int y = target.y; y < target.y + target.height; ++y)
-        std::memcpy(canvas.at(target.x, y),
-                    rgb + (static_cast<std::size_t>(y - at.y) * size.x + (target.x - at.x)) * 3,
-                    target.width * 3u);
-}
-
-} // namespace
 
 const PixelProbe::Piece& PixelProbe::piece(std::string_view text) {
     const auto known = m_pieces.find(text);
@@ -204,14 +205,21 @@ const PixelProbe::Piece& PixelProbe::piece(std::string_view text) {
     return m_pieces.emplace(std::string(text), std::move(drawn)).first->second;
 }
 
-int PixelProbe::lineWidth(std::string_view line) {
-    // Labels are measured once; a number counts as many of the widest glyph a number prints as
-    // it has characters, so the columns hold still while the pointer moves.
-    if (m_numberGlyph == 0)
-        for (std::size_t i = 0; i < kNumberGlyphs.size(); ++i)
-            m_numberGlyph = std::max(m_numberGlyph, piece(kNumberGlyphs.substr(i, 1)).width);
+int PixelProbe::placeLine(std::string_view line, wxPoint at) {
+    // A label is measured once; a number takes as many of the widest glyph a number prints as it
+    // has characters, so the columns hold still while the pointer moves. Its glyphs sit at their
+    // own widths.
     const auto [label, number] = splitLine(line);
-    return piece(label).width + static_cast<int>(number.size()) * m_numberGlyph;
+    const Piece& labelPiece = piece(label);
+    const auto place = [&](const Piece& drawn) {
+        if (drawn.width > 0)
+            m_placed.push_back({&drawn, at});
+        at.x += drawn.width;
+    };
+    place(labelPiece);
+    for (std::size_t i = 0; i < number.size(); ++i)
+        place(piece(number.substr(i, 1)));
+    return labelPiece.width + static_cast<int>(number.size()) * m_numberGlyph;
 }
 
 void PixelProbe::paint(wxDC& dc) const {
@@ -221,29 +229,10 @@ void PixelProbe::paint(wxDC& dc) const {
     m_canvas.resize(static_cast<std::size_t>(size.x) * size.y * 3);
     const Canvas canvas{m_canvas.data(), size};
     frameAndFill(canvas, wxRect(size), kFrame, toWxColour(m_skin.darkBackground));
+    for (const Placed& placed : m_placed)
+        copyInto(canvas, placed.piece->rgb.data(), wxSize(placed.piece->width, m_lineHeight),
+                 placed.at);
     const int padding = scaleByDpi(kPadding);
-    for (std::size_t i = 0; i < m_texts.size(); ++i) {
-        std::string_view rest = m_texts[i];
-        for (wxPoint at(m_columns[i], padding);; at = wxPoint(m_columns[i], at.y + m_lineHeight)) {
-            const std::size_t end = rest.find('\n');
-            // Every piece of a shown line was drawn when the line was measured.
-            const auto copy = [&](std::string_view text) {
-                const auto drawn = m_pieces.find(text);
-                if (drawn == m_pieces.end())
-                    return;
-                copyInto(canvas, drawn->second.rgb.data(),
-                         wxSize(drawn->second.width, m_lineHeight), at);
-                at.x += drawn->second.width;
-            };
-            const auto [label, number] = splitLine(rest.substr(0, end));
-            copy(label);
-            for (std::size_t glyph = 0; glyph < number.size(); ++glyph)
-                copy(number.substr(glyph, 1));
-            if (end == std::string_view::npos)
-                break;
-            rest.remove_prefix(end + 1);
-        }
-    }
     const Rgb& shown = m_values.tonemapped;
     frameAndFill(canvas, wxRect(m_columns[4], padding, scaleByDpi(kPatchWidth), m_textHeight),
                  kFrame, wxColour(unitToByte(shown.r), unitToByte(shown.g), unitToByte(shown.b)));

@@ -56,13 +56,18 @@ public:
 
 private:
     void layOut(std::array<std::string, 4>&& texts);
-    int lineWidth(std::string_view line);
     // A label or a glyph drawn once over the probe's background: its width and rows of RGB.
     struct Piece {
         int width = 0;
         std::vector<unsigned char> rgb;
     };
+    struct Placed {
+        const Piece* piece; // in m_pieces, whose nodes never move
+        wxPoint at;
+    };
     const Piece& piece(std::string_view text);
+    /// Places `line`'s pieces from `at` and gives the width the line takes in its column.
+    int placeLine(std::string_view line, wxPoint at);
     void onKey(wxKeyEvent& event);
     void onViewShown(wxShowEvent& event);
 
@@ -74,7 +79,8 @@ private:
     std::array<std::string, 4> m_texts;
     // Each label and each glyph a number prints, drawn once over the probe's background.
     std::map<std::string, Piece, std::less<>> m_pieces;
-    int m_numberGlyph = 0; // the widest glyph a number prints
+    std::vector<Placed> m_placed; // the shown texts' pieces and where they go
+    int m_numberGlyph = 0;        // the widest glyph a number prints
     int m_lineHeight = 0;
     std::array<int, 5> m_columns{}; // the blocks' and the patch's left edges
     int m_textHeight = 0;
