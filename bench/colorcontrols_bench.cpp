@@ -118,7 +118,7 @@ public:
 };
 
 // One motion of a pick at radius 15 through the button's own handler: the screen read of
-// 31 x 31, the conversion, the average, and the repaint of the face when what it shows changes.
+// 31 x 31, the conversion and the average (a face that changes repaints with the next frame).
 // The pointer walks along a row of the frame starting at `from` (frame coordinates).
 void eyeDropperMotion(benchmark::State& state, wxPoint from) {
     StartedLibrary library(state);
