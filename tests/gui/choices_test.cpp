@@ -113,9 +113,7 @@ TEST_F(Choices, KeysAndTheWheelReachTheFieldAndTheOpenList) {
     EXPECT_TRUE(log.calls().empty());
 
     const auto wheel = [](wxWindow& window) {
-        wxMouseEvent event(wxEVT_MOUSEWHEEL);
-        event.m_wheelRotation = -120;
-        window.GetEventHandler()->ProcessEvent(event);
+        sendWheel(window, -120);
     };
     wheel(combo);
     EXPECT_EQ(combo.getSelectedIndex(), 2);

@@ -191,14 +191,12 @@ TEST_F(ColorControls, PatchesAndTracksDrawInEightBitsWhateverTheyAreGiven) {
     EXPECT_EQ(pixelAt(seen, 15, 10), wxColour(255, 128, 0)); // 127.5 rounds to even
 
     // Gradients answering NaN and infinities, and tracks too short to move on, still paint.
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
     for (const wxSize size : {wxSize(40, 10), wxSize(1, 1), wxSize(0, 10)}) {
         auto* odd = new ColorSlider(&parent(), wxID_ANY, size,
                                     makeShared<ColorSlider::Gradient>(
-                                        [=](float, float) { return Rgb(nan, inf, -inf, 1.f); }));
+                                        [=](float, float) { return Rgb(kNaN, kInf, -kInf, 1.f); }));
         odd->SetPosition(wxPoint(20, 60));
-        odd->setPosition(nan);
+        odd->setPosition(kNaN);
         EXPECT_EQ(odd->getPosition(), 0.f);
         odd->setPosition(7.f);
         EXPECT_EQ(odd->getPosition(), 1.f);

@@ -64,9 +64,7 @@ protected:
         picker->callOnConfirm(log.recorder<>("confirm"));
         picker->callOnClosed(log.recorder<>("closed"));
         picker->Show();
-        EXPECT_TRUE(pumpUntil([picker] { return picker->IsShownOnScreen(); }));
-        picker->Raise(); // no window manager hands it the keyboard
-        EXPECT_TRUE(pumpUntil([picker] { return picker->IsActive(); }, 2s));
+        EXPECT_TRUE(raiseAndActivate(*picker));
         pumpPending();
         return *picker;
     }
@@ -252,8 +250,7 @@ TEST_F(Pickers, ButtonsFollowTheClosingRule) {
     ColorPicker modal(&parent(), String(L"Modal"), wxDefaultPosition, kStart,
                       ColorPicker::DialogType::Normal, ColorPicker::ColorFormat::Rgb);
     ModalDriver driver([this](wxDialog& dialog) {
-        dialog.Raise();
-        pumpUntil([&] { return dialog.IsActive(); }, 1s);
+        raiseAndActivate(dialog);
         input.key(WXK_ESCAPE);
     });
     EXPECT_EQ(modal.ShowModal(), 0);
@@ -261,9 +258,7 @@ TEST_F(Pickers, ButtonsFollowTheClosingRule) {
 
 TEST_F(Pickers, ColoursNoScreenCanShowStayDefined) {
     ColorPicker& picker = open(ColorPicker::ColorFormat::Rgba);
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
-    for (const Rgb& odd : {Rgb(nan, inf, -1.f, nan), Rgb(1e30f, -inf, 0.5f, 1e30f)}) {
+    for (const Rgb& odd : {Rgb(kNaN, kInf, -1.f, kNaN), Rgb(1e30f, -kInf, 0.5f, 1e30f)}) {
         picker.setColor(odd);
         EXPECT_EQ(picker.hexField()->field()->GetValue().length(), 6u);
         for (const Row row :

@@ -94,9 +94,7 @@ protected:
     CurveDialog& open(const ColorCurve& curves = ColorCurve()) {
         host = makeShared<Host>(log);
         auto* dialog = new CurveDialog(&parent(), GuiSkin(), String(L"Curves"), curves, host);
-        EXPECT_TRUE(pumpUntil([dialog] { return dialog->IsShownOnScreen(); }));
-        dialog->Raise(); // no window manager hands it the keyboard
-        EXPECT_TRUE(pumpUntil([dialog] { return dialog->IsActive(); }, 2s));
+        EXPECT_TRUE(raiseAndActivate(*dialog));
         pumpPending();
         log.clear();
         return *dialog;
@@ -153,8 +151,7 @@ TEST_F(CurveDialogs, LayoutAndTheHostsCallbacksAtOpeningAndClosing) {
     EXPECT_TRUE(pumpUntil([&] { return dialog->panel()->GetSize() == wxSize(316, 296); }));
 
     // The combo boxes' lists are reported as they open and close.
-    dialog->Raise();
-    ASSERT_TRUE(pumpUntil([&] { return dialog->IsActive(); }, 2s));
+    ASSERT_TRUE(raiseAndActivate(*dialog));
     log.clear();
     input.click(*dialog->histogramChoice(), wxPoint(20, 8));
     ASSERT_TRUE(pumpUntil([&] { return dialog->histogramChoice()->isDropdownShown(); }));

@@ -100,9 +100,7 @@ TEST_F(CurvePanels, TheHistogramIsAskedForAgainAtTheOwnersInterval) {
 TEST_F(CurvePanels, WheelZoomsAndAsksForTheShownRange) {
     CurvePanel& panel = make();
     EXPECT_EQ(callbacks->lastBinCount, 256);
-    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-    wheel.m_wheelRotation = 120;
-    panel.GetEventHandler()->ProcessEvent(wheel);
+    sendWheel(panel, 120);
     EXPECT_EQ(panel.zoom(), 1.5f);
     EXPECT_EQ(callbacks->lastRange.second, 1.f / 1.5f);
 }
@@ -144,7 +142,7 @@ TEST_F(CurvePanels, ThePickingControllerMovesPointsVertically) {
     EXPECT_FALSE(panel.model().dragging);
 
     // A colour that is no number picks nothing.
-    callbacks->colour = Rgb{std::numeric_limits<float>::quiet_NaN(), 0.f, 0.f, 1.f};
+    callbacks->colour = Rgb{kNaN, 0.f, 0.f, 1.f};
     controller->startPicking({1, 1});
     controller->movePicking({1, 50});
     EXPECT_EQ(panel.model().selectedCurve().points().size(), 3);
@@ -189,10 +187,8 @@ TEST_F(CurvePanels, RepaintsAfterEveryKindOfChangeShowWhatAFreshPanelShows) {
         fresh.setCurves(panel.getCurrentCurves());
         fresh.setSelectedCurve(panel.model().selectedChannel);
         fresh.setHistogramType(panel.histogramType());
-        wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-        wheel.m_wheelRotation = 120;
         while (fresh.zoom() < panel.zoom())
-            fresh.GetEventHandler()->ProcessEvent(wheel);
+            sendWheel(fresh, 120);
         const wxImage expected =
             renderOffscreen(fresh.GetSize(), [&](wxDC& dc) { fresh.paint(dc); });
         EXPECT_TRUE(seen.IsOk() &&
@@ -209,8 +205,6 @@ TEST_F(CurvePanels, RepaintsAfterEveryKindOfChangeShowWhatAFreshPanelShows) {
     same("the selected channel");
     panel.setHistogramType(HistogramType::Cumulative);
     same("the histogram type");
-    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-    wheel.m_wheelRotation = 120;
-    panel.GetEventHandler()->ProcessEvent(wheel);
+    sendWheel(panel, 120);
     same("the zoom");
 }

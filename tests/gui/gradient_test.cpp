@@ -210,9 +210,7 @@ protected:
     GridMappingDialog& open() {
         auto* dialog = new GridMappingDialog(&parent(), String(L"Channel mapping"), current,
                                              resetState, host, wxPoint(60, 60));
-        EXPECT_TRUE(pumpUntil([dialog] { return dialog->IsShownOnScreen(); }));
-        dialog->Raise();
-        pumpUntil([dialog] { return dialog->IsActive(); }, 2s);
+        raiseAndActivate(*dialog);
         return *dialog;
     }
 
@@ -302,7 +300,7 @@ TEST_F(GridMappings, InterpolationIsOneReportAndTheScaleRepaintsThePreview) {
     EXPECT_EQ(field.GetValue(), "0.250"); // four significant digits
     EXPECT_EQ(previewRightEnd(dialog), 63);
     const std::size_t reports = host->reports.size();
-    for (float answer : {0.f, -1.f, kNaN, std::numeric_limits<float>::infinity()}) {
+    for (float answer : {0.f, -1.f, kNaN, kInf}) {
         host->autoScale = answer;
         dialog.autoScale();
         EXPECT_EQ(dialog.getCurrentMapping().inputScale, 0.25f) << answer;

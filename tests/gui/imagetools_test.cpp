@@ -183,8 +183,7 @@ TEST_F(ImageTools, SaveDialogAnswersAndSkipsDisabledFormats) {
         ModalDriver driver([&](wxDialog& dialog) {
             auto& settings = dynamic_cast<ImageSaveSettingsDialog&>(dialog);
             EXPECT_EQ(dialog.GetTitle(), " Save Options");
-            dialog.Raise();
-            pumpUntil([&] { return dialog.IsActive(); }, 2s);
+            raiseAndActivate(dialog);
             row.act(input, settings);
         });
         EXPECT_EQ(showImageSaveSettingsDialog(&parent(), {F::Srgb16, true}, noSrgb16), row.expected)

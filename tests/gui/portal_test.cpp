@@ -200,9 +200,7 @@ TEST_F(Portal, WithoutAPortalTheEyedropperSaysWhyAndThePickerAveragesNothing) {
     input.moveTo(averaging, wxPoint(24, 9));
     EXPECT_TRUE(pumpUntil([&] { return tip->IsShown(); }, 2s));
     input.click(averaging, wxPoint(20, 8));
-    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-    wheel.m_wheelRotation = -120;
-    averaging.HandleWindowEvent(wheel);
+    sendWheel(averaging, -120);
     EXPECT_FALSE(averaging.isDropdownShown());
     EXPECT_EQ(averaging.getSelectedIndex(), 0);
     picker->Destroy();

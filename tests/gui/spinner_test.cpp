@@ -69,8 +69,7 @@ TEST_F(Spinners, LayoutAndAQuietConstruction) {
     EXPECT_EQ(large->textField()->GetSize(), wxSize(120, 32));
 
     EXPECT_THROW(Spinner(&parent(), wxID_ANY, 60, 2.f, 1.f, 0.f, 0, 0.f), StopException);
-    EXPECT_THROW(spinner.configure(0.f, std::numeric_limits<float>::infinity(), 0.f, 1, 0.f, true),
-                 StopException);
+    EXPECT_THROW(spinner.configure(0.f, kInf, 0.f, 1, 0.f, true), StopException);
     EXPECT_EQ(spinner.getValue(), 2.f);
 }
 

@@ -155,9 +155,7 @@ TEST_F(WindowUtils, ClippingLastsForTheScopeOnly) {
 
 TEST_F(WindowUtils, WheelAndPinchBecomeZoomSteps) {
     auto* probe = new ZoomProbe(&parent());
-    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
-    wheel.m_wheelRotation = 120;
-    probe->GetEventHandler()->ProcessEvent(wheel);
+    sendWheel(*probe, 120);
     for (float magnification : {0.1f, -0.3f, 0.f, 0.5f}) {
         wxMouseEvent pinch(wxEVT_MAGNIFY);
         pinch.m_magnification = magnification;

@@ -22,6 +22,13 @@ void failOnAssert(const wxString& file, int line, const wxString& function,
 
 } // namespace
 
+bool raiseAndActivate(wxTopLevelWindow& window) {
+    if (!pumpUntil([&] { return window.IsShownOnScreen(); }))
+        return false;
+    window.Raise();
+    return pumpUntil([&] { return window.IsActive(); }, 2s);
+}
+
 void installAssertHandler() {
     wxSetAssertHandler(&failOnAssert);
 }
@@ -33,11 +40,8 @@ void GuiTest::SetUp() {
     // what a test places where the test puts it.
     (new wxWindow(m_parent, wxID_ANY, wxDefaultPosition, wxSize(0, 0)))->Hide();
     m_parent->Show();
-    ASSERT_TRUE(pumpUntil([this] { return m_parent->IsShownOnScreen(); }));
-    // There is no window manager to hand the keyboard to a new window: the frame asks for it,
-    // so that keys typed in a test reach it.
-    m_parent->Raise();
-    EXPECT_TRUE(pumpUntil([this] { return m_parent->IsActive(); }, 2s)) << "the frame got no keys";
+    // Keys typed in a test reach the frame only once it is the active window.
+    EXPECT_TRUE(raiseAndActivate(*m_parent)) << "the frame got no keys";
     // Every test starts with the pointer moved away from its frame: when the previous test left
     // the pointer where this frame appeared, the next press or release there was lost on GTK.
     // (Moved once the frame is on screen: the simulator reads the active window's scale.)

@@ -28,6 +28,10 @@ private:
     wxFrame* m_parent = nullptr;
 };
 
+/// Waits for `window` to be on screen and hands it the keyboard (there is no window manager to
+/// do it); returns whether it became the active window within 2 s.
+bool raiseAndActivate(wxTopLevelWindow& window);
+
 /// Installs the wxWidgets assertion handler that fails the running test with the library's own
 /// assertion text.
 void installAssertHandler();

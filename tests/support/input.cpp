@@ -58,4 +58,10 @@ void Input::key(int keyCode, int modifiers) {
     pumpPending();
 }
 
+void sendWheel(wxWindow& window, int rotation) {
+    wxMouseEvent wheel(wxEVT_MOUSEWHEEL);
+    wheel.m_wheelRotation = rotation;
+    window.GetEventHandler()->ProcessEvent(wheel);
+}
+
 } // namespace Varnel::Test

@@ -32,4 +32,8 @@ private:
     wxUIActionSimulator m_simulator;
 };
 
+/// A wheel notch (`rotation` of 120 per notch, positive away from the user) as the toolkit
+/// delivers it to `window`: the input simulator has no wheel.
+void sendWheel(wxWindow& window, int rotation);
+
 } // namespace Varnel::Test

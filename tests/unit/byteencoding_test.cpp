@@ -8,14 +8,10 @@
 
 namespace {
 
-const std::vector<float> kSpecial = {std::nanf(""), -std::nanf(""),
-                                     kInf,          -kInf,
-                                     0.f,           -0.f,
-                                     -1e-30f,       -0.5f,
-                                     -2.f,          1.f,
-                                     1.0000001f,    7.f,
-                                     1e38f,         std::numeric_limits<float>::denorm_min(),
-                                     1e-30f};
+const std::vector<float> kSpecial = {
+    kNaN,  -kNaN, kInf, -kInf,      0.f, -0.f,  -1e-30f,
+    -0.5f, -2.f,  1.f,  1.0000001f, 7.f, 1e38f, std::numeric_limits<float>::denorm_min(),
+    1e-30f};
 
 // Floats within `radius` bit patterns of `centre`, either side.
 std::vector<float> around(float centre, int radius) {
@@ -45,8 +41,8 @@ TEST(ByteEncoding, VectorLanesGiveTheScalarBytes) {
 TEST(ByteEncoding, GammaTablesGiveTheFormulasBytesForEveryFloat) {
     // Display gammas, their inverses, an integer exponent (whose power keeps negative lanes'
     // signs), and gammas the table cannot serve: 0, negative, NaN, infinite and huge.
-    const float gammas[] = {2.2f, 1.8f, 2.4f,  1.f / 2.2f,    0.5f, 1.0001f, 1e30f,
-                            1.f,  0.f,  -2.2f, std::nanf(""), kInf, -kInf};
+    const float gammas[] = {2.2f, 1.8f, 2.4f,  1.f / 2.2f, 0.5f, 1.0001f, 1e30f,
+                            1.f,  0.f,  -2.2f, kNaN,       kInf, -kInf};
     for (const float gamma : gammas) {
         const GammaByteEncoder encode(gamma);
         const float exponent = 1.f / gamma;

@@ -91,7 +91,7 @@ TEST(ColorModel, BranchFreeAndBatchConversionsGiveThePlainFormulasBits) {
     std::mt19937 random(7);
     std::uniform_real_distribution<float> wide(-2.f, 3.f);
     std::uniform_int_distribution<uint32_t> anyBits;
-    const float specials[] = {0.f, -0.f, 1.f, 0.5f, std::nanf(""), INFINITY, -INFINITY, 1e-40f};
+    const float specials[] = {0.f, -0.f, 1.f, 0.5f, kNaN, kInf, -kInf, 1e-40f};
     std::vector<Rgb> colours;
     std::vector<Hsv> hsvs;
     for (int i = 0; i < 300001; ++i) { // an odd count: the batches end one at a time
@@ -168,7 +168,7 @@ TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
         const Rgb grey(value / 255.f, value / 255.f, value / 255.f);
         EXPECT_EQ(parseHexColor(formatHexColor(grey))->r, value * kOne255th);
     }
-    EXPECT_EQ(toRgbBytes({0.5f, 1.2f, std::nanf("")}), (RgbBytes{128, 255, 0}));
+    EXPECT_EQ(toRgbBytes({0.5f, 1.2f, kNaN}), (RgbBytes{128, 255, 0}));
 }
 
 TEST(ColorModel, SliderTracksAndPositionMaps) {

@@ -45,7 +45,7 @@ TEST(Curve, PassesThroughItsPointsAndHoldsTheEnds) {
         EXPECT_EQ(curve(-3.f), 0.2f);
         EXPECT_EQ(curve(0.f), 0.2f);
         EXPECT_EQ(curve(0.95f), 1.f);
-        EXPECT_EQ(curve(std::numeric_limits<float>::infinity()), 1.f);
+        EXPECT_EQ(curve(kInf), 1.f);
     }
     EXPECT_FLOAT_EQ(curveThrough({{0, 0}, {1, 1}}, Curve::Linear)(0.25f), 0.25f);
 }
@@ -84,7 +84,7 @@ TEST(Curve, BatchEvaluationMatchesSingleSamples) {
             curve.points().push({i / 15.f, unit(random)});
         // Increasing, then out of order, repeated and out of range.
         std::vector<float> xs = samples(300, -0.1f, 1.1f);
-        xs.insert(xs.end(), {0.5f, 0.2f, 0.2f, std::nanf(""), 0.7f, 2.f, -1.f, 0.9f});
+        xs.insert(xs.end(), {0.5f, 0.2f, 0.2f, kNaN, 0.7f, 2.f, -1.f, 0.9f});
         std::vector<float> ys(xs.size());
         curve.evaluate(ArrayView<const float>(xs), ArrayView<float>(ys));
         for (std::size_t i = 0; i < xs.size(); ++i)
@@ -98,19 +98,18 @@ TEST(Curve, DegenerateListsStayDefined) {
     EXPECT_EQ(empty(0.3f), 0.3f);
     EXPECT_EQ(curveThrough({{0.5f, 0.25f}})(0.9f), 0.25f);
 
-    const float nan = std::nanf("");
     const Curve unsorted = curveThrough({{0.8f, 0.1f}, {0.2f, 0.9f}, {0.5f, 0.5f}});
     const Curve shared = curveThrough({{0, 0}, {0.5f, 0.2f}, {0.5f, 0.8f}, {1, 1}});
-    const Curve withNan = curveThrough({{0, 0}, {nan, 0.5f}, {1, nan}});
+    const Curve withNan = curveThrough({{0, 0}, {kNaN, 0.5f}, {1, kNaN}});
     for (const Curve* curve : {&unsorted, &shared, &withNan}) {
-        for (float x : {-1.f, 0.f, 0.25f, 0.5f, 0.75f, 1.f, 2.f, nan}) {
+        for (float x : {-1.f, 0.f, 0.25f, 0.5f, 0.75f, 1.f, 2.f, kNaN}) {
             std::vector<float> xs{x}, ys{0.f};
             curve->evaluate(ArrayView<const float>(xs), ArrayView<float>(ys));
             const float y = (*curve)(x);
             EXPECT_TRUE(std::isnan(y) ? std::isnan(ys[0]) : y == ys[0]);
         }
     }
-    EXPECT_EQ(unsorted(nan), 0.1f); // NaN asks for the first point
+    EXPECT_EQ(unsorted(kNaN), 0.1f); // NaN asks for the first point
     EXPECT_THROW(empty.setInterpolation(2), StopException);
 }
 
@@ -133,7 +132,7 @@ TEST(ColorGradient, InterpolatesSortedPointsAndHoldsTheEnds) {
     EXPECT_EQ(gradient.getColorAt(0.75f), Rgb(1, 0.5f, 0.5f, 1));
     EXPECT_EQ(gradient.getColorAt(-1.f), Rgb(0, 0, 0, 0));
     EXPECT_EQ(gradient.getColorAt(7.f), Rgb(1, 1, 1, 1));
-    EXPECT_EQ(gradient.getColorAt(std::nanf("")), Rgb(0, 0, 0, 0));
+    EXPECT_EQ(gradient.getColorAt(kNaN), Rgb(0, 0, 0, 0));
 
     // Moving the red point past the white one re-sorts it.
     EXPECT_EQ(gradient.setPosition(1, 2.f), 2);

@@ -40,7 +40,7 @@ TEST(CurvePanelModel, CoordinatesMarginsAndZoomAnchoredLowerLeft) {
     EXPECT_EQ(m.toPixel({0.5f, 0.5f}), wxPoint(261, 5));
     EXPECT_EQ(m.toCurve(wxPoint(261, 5)).x, 0.5f);
     // Far points saturate instead of overflowing.
-    EXPECT_EQ(m.toPixel({std::numeric_limits<float>::quiet_NaN(), 1e30f}).x, 5);
+    EXPECT_EQ(m.toPixel({kNaN, 1e30f}).x, 5);
 }
 
 TEST(CurvePanelModel, MousePositionsClampIntoThePlot) {

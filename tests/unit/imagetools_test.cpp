@@ -12,12 +12,10 @@ using namespace Varnel::Wx;
 using namespace Varnel::Wx::Detail;
 
 TEST(PixelProbeTexts, PrintAsTheCLibraryDoesWithAPointInAnyLocale) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const float inf = std::numeric_limits<float>::infinity();
     // A host whose locale writes a comma must still get points.
     const char* hostLocale = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     const auto texts = pixelProbeTexts(
-        {{INT_MIN, INT_MAX}, Rgb(0.25f, -0.f, 1.5f, 1.f), Rgb(nan, -nan, inf, -inf)});
+        {{INT_MIN, INT_MAX}, Rgb(0.25f, -0.f, 1.5f, 1.f), Rgb(kNaN, -kNaN, kInf, -kInf)});
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_NE(hostLocale, nullptr) << "the comma locale is not installed";
     EXPECT_EQ(texts[0], "Position:\n-2147483648\n2147483647");

@@ -56,7 +56,7 @@ TEST(SpinnerModel, ClickStepsAutomaticOverriddenAndBelowTheResolution) {
     EXPECT_EQ(spinnerClickStep(0.1f, 0.f, std::nullopt), 0.004f);
     EXPECT_EQ(spinnerClickStep(500.f, 0.25f, std::nullopt), 0.25f);
     // Any number the override yields is taken; only NaN falls back.
-    for (float taken : {3.f, 0.f, -2.f, std::numeric_limits<float>::infinity()})
+    for (float taken : {3.f, 0.f, -2.f, kInf})
         EXPECT_EQ(spinnerClickStep(500.f, 0.25f, taken), taken) << taken;
     EXPECT_EQ(spinnerClickStep(500.f, 0.25f, kNaN), 0.25f);
     EXPECT_EQ(spinnerDragSpeed(500.f, 0.f), 2.f);

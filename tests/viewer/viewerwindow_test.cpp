@@ -65,8 +65,7 @@ TEST_F(ViewerWindow, EditsShowThePipelinesPixelsAndSavedFilesReadBack) {
     frame = new ViewerFrame(source);
     frame->Show();
     ASSERT_TRUE(pumpUntil([&] { return frame->IsShownOnScreen(); }));
-    frame->Raise();
-    pumpUntil([&] { return frame->IsActive(); }, 2s);
+    raiseAndActivate(*frame);
     EXPECT_EQ(frame->image().descriptor().width, 64);
 
     Wx::TextControl& field = *frame->exposureSpinner()->textField();
