@@ -157,10 +157,10 @@ void ColorSlider::onPaint(wxPaintEvent&) {
 
 void ColorSlider::report(float position) {
     setPosition(position);
-    // The owner's answer (a picker refreshing every row) is invalidated first, so that one pass
-    // repaints it all together with the marker.
+    // The marker and the owner's answer (a picker refreshing every row) repaint together with the
+    // toolkit's next frame: the pointer reports motions far more often than the screen shows
+    // frames, and painting at once would cost the X server a round trip per motion.
     m_onChange(m_position);
-    Update();
 }
 
 void ColorSlider::moveTo(wxPoint pointer) {

@@ -142,8 +142,7 @@ void HwbSlice::onPaint(wxPaintEvent&) {
 
 void HwbSlice::report(float hue, float blackness) {
     setMarker(hue, blackness);
-    m_onChange(m_hue, m_blackness); // invalidates the owner's controls before the one repaint
-    Update();
+    m_onChange(m_hue, m_blackness); // repainted with the owner's controls on the next frame
 }
 
 void HwbSlice::onLeftDown(wxMouseEvent& event) {
