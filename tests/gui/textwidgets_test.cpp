@@ -1,4 +1,4 @@
-// Text widgets and the check box: what they show and what their owners receive.
+// Text widgets, the check box and the radio button: what they show and what their owners receive.
 #include "guitest.h"
 
 #include <varnellib/native/textmeasure.h>
@@ -6,6 +6,7 @@
 #include <varnellibwx/guiskin.h>
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/checkbox.h>
+#include <varnellibwx/widgets/radiobutton.h>
 #include <varnellibwx/widgets/statictext.h>
 #include <varnellibwx/widgets/textbutton.h>
 #include <varnellibwx/widgets/textcontrol.h>
@@ -159,7 +160,8 @@ TEST_F(TextWidgets, EveryTextWidgetWritesTheStandardFontAtTheLibrarysScale) {
                                new TextControl(&parent(), wxID_ANY, String(L"entry")),
                                new TextCtrl(&parent(), wxID_ANY, "log", wxDefaultPosition,
                                             wxDefaultSize, wxTE_MULTILINE),
-                               new CheckBox(&parent(), wxID_ANY, String(L"check"))};
+                               new CheckBox(&parent(), wxID_ANY, String(L"check")),
+                               makeRadioButton(&parent(), "radio", true)};
         widgets[3]->SetFont(wxFont(wxFontInfo(30))); // a check box keeps its own size
         for (const wxWindow* widget : widgets)
             EXPECT_EQ(widget->GetFont().GetPixelSize().y, scaleByDpi(12))
@@ -241,6 +243,33 @@ TEST_F(TextWidgets, CheckBoxesDrawTheLibrarysLook) {
     seen = captureOnScreen(*box);
     EXPECT_EQ(countPixels(seen, blue), 0);
     EXPECT_GT(countPixels(seen, grey), 5);
+}
+
+TEST_F(TextWidgets, RadioButtonsDrawTheLibrarysLookAtTheLibrarysScale) {
+    const wxColour blue(39, 147, 255), grey(110, 110, 110);
+    for (const int scale : {1, 2}) {
+        Wx::Detail::setDpiScaleOverride(scale); // for the painting too
+        wxRadioButton* chosen = makeRadioButton(&parent(), "0-255", true);
+        wxRadioButton* other = makeRadioButton(&parent(), "0-1", false);
+        chosen->SetPosition(wxPoint(10, 10));
+        other->SetPosition(wxPoint(10, 60));
+        applySkinRecursive(&parent(), GuiSkin());
+        input.moveTo(parent(), wxPoint(300, 250));
+        EXPECT_EQ(chosen->GetSize().y, 15 * scale);
+        EXPECT_GE(chosen->GetSize().x, 18 * scale + chosen->GetTextExtent("0-255").x);
+
+        // The dot, 7 pixels across per unit of scale, in the toggled colour; none on the other.
+        const wxImage seen = captureOnScreen(*chosen);
+        EXPECT_EQ(pixelAt(seen, 6 * scale, seen.GetHeight() / 2), blue) << scale;
+        EXPECT_GE(countPixels(seen, blue), 12 * scale * scale) << scale;
+        EXPECT_EQ(countPixels(captureOnScreen(*other), blue), 0) << scale;
+        chosen->Disable();
+        EXPECT_EQ(countPixels(captureOnScreen(*chosen), blue), 0) << scale;
+        EXPECT_GT(countPixels(captureOnScreen(*chosen), grey), 5) << scale;
+        chosen->Destroy();
+        other->Destroy();
+    }
+    Wx::Detail::setDpiScaleOverride(0);
 }
 
 TEST_F(TextWidgets, TabMovesTheFocusOnKeyUpOnlyAfterItsOwnKeyDown) {

@@ -20,7 +20,6 @@ constexpr int kStandardSide = 15;
 constexpr int kBoxSide = 13;
 constexpr int kLabelGap = 5;
 constexpr int kTabKey = 9;
-const wxColour kFocusOutline(0, 114, 188);
 
 } // namespace
 
@@ -56,12 +55,9 @@ CheckBox::CheckBox(wxWindow* parent, int id, const String& label, const wxPoint&
 }
 
 wxSize CheckBox::DoGetBestSize() const {
-    const wxString label = GetLabel();
-    if (label.empty())
+    if (GetLabel().empty())
         return scaleByDpi(wxSize(kStandardSide, kStandardSide));
-    // One pixel more at each side for the focus outline around the label.
-    return {scaleByDpi(kBoxSide) + scaleByDpi(kLabelGap) + GetTextExtent(label).x + 2,
-            scaleByDpi(kStandardSide)};
+    return Detail::indicatorLabelSize(*this, scaleByDpi(kBoxSide));
 }
 
 CheckBox::~CheckBox() = default;
@@ -135,22 +131,33 @@ void CheckBox::paint(wxDC& dc, wxSize size) const {
         dc.DrawLines(3, tick);
     }
 
-    const wxString label = GetLabel();
+    Detail::paintIndicatorLabel(dc, *this, side, size);
+}
+
+namespace Detail {
+
+void paintIndicatorLabel(wxDC& dc, const wxWindow& window, int indicatorWidth, wxSize size) {
+    const wxString label = window.GetLabel();
     if (label.empty())
         return;
-    dc.SetFont(GetFont());
-    dc.SetTextForeground(enabled ? GetForegroundColour() : toWxColour(skin.disabledText));
+    dc.SetFont(window.GetFont());
+    dc.SetTextForeground(window.IsEnabled() ? window.GetForegroundColour()
+                                            : toWxColour(GuiSkin().disabledText));
     const wxSize text = dc.GetTextExtent(label);
-    const wxPoint at(side + scaleByDpi(kLabelGap), (size.y - text.y) / 2);
+    const wxPoint at(indicatorWidth + scaleByDpi(kLabelGap), (size.y - text.y) / 2);
     dc.DrawText(label, at);
-    if (HasFocus()) {
-        dc.SetPen(wxPen(kFocusOutline, 1, wxPENSTYLE_DOT));
+    if (window.HasFocus()) {
+        dc.SetPen(wxPen(toWxColour(Varnel::Detail::kRawaHighlightFrame), 1, wxPENSTYLE_DOT));
         dc.SetBrush(*wxTRANSPARENT_BRUSH);
         dc.DrawRectangle(wxRect(at, text).Inflate(1, 0));
     }
 }
 
-namespace Detail {
+wxSize indicatorLabelSize(const wxWindow& window, int indicatorWidth) {
+    // One pixel more at each side for the focus outline around the label.
+    return {indicatorWidth + scaleByDpi(kLabelGap) + window.GetTextExtent(window.GetLabel()).x + 2,
+            scaleByDpi(kStandardSide)};
+}
 
 wxSize checkBoxSize(bool hasLabel, wxSize size) {
     if (hasLabel)

@@ -52,5 +52,13 @@ namespace Detail {
 /// given; without a label 15 x 15 unless a size is given; scaled by DPI.
 VARNEL_LIBWX_EXPORT wxSize checkBoxSize(bool hasLabel, wxSize size);
 
+/// The label of a check box or radio button right of its indicator of `indicatorWidth`, in the
+/// window's font and text colour (the skin's disabled text colour while disabled), vertically
+/// centred in `size`, with a dotted outline in the highlight colour while the window has the focus.
+void paintIndicatorLabel(wxDC& dc, const wxWindow& window, int indicatorWidth, wxSize size);
+/// The size that indicator and label take: the indicator, the gap, the label and its outline,
+/// the standard height.
+wxSize indicatorLabelSize(const wxWindow& window, int indicatorWidth);
+
 } // namespace Detail
 } // namespace Varnel::Wx
