@@ -134,6 +134,13 @@ TEST_F(TextWidgets, EntriesWearTheBorderedFrameAndShowDisabledValuesInTheSkin) {
     seen = captureOnScreen(*entry);
     EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
     EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(0, 114, 188));
+    // A log's multi-line control wears the same outer frame (its text view covers the inner).
+    auto* log =
+        new TextCtrl(&parent(), wxID_ANY, "line", wxPoint(10, 60), wxSize(200, 80), wxTE_MULTILINE);
+    applySkinRecursive(log, GuiSkin());
+    const wxImage logSeen = captureOnScreen(*log);
+    EXPECT_EQ(pixelAt(logSeen, 0, 0), wxColour(54, 54, 54));
+    EXPECT_EQ(pixelAt(logSeen, 199, 40), wxColour(54, 54, 54));
 
     // Disabled, the value is drawn in disabledText (110) from 3 pixels in.
     entry->Disable();

@@ -1,6 +1,9 @@
 #include <varnellibwx/widgets/textctrl.h>
 
 #include <varnellibwx/fonts.h>
+#include <varnellibwx/widgets/rawaborder.h>
+
+#include <varnellib/native/drawhook.h>
 
 #include <algorithm>
 
@@ -20,6 +23,10 @@ TextCtrl::TextCtrl(wxWindow* parent, int id, const wxString& value, const wxPoin
     Bind(wxEVT_LEFT_UP, &TextCtrl::onLeftUp, this);
     // The library's standard text, scaled with the display like every other text widget.
     SetFont(setupStaticTextFont(GetFont(), {}));
+    // GTK's frame is light and rounded (a multi-line control's scrolled window wears it); among
+    // the skin's dark controls it takes the bordered look's square rings, as the entries do.
+    setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
+                        Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
 }
 
 TextCtrl::~TextCtrl() {
