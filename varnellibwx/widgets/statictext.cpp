@@ -12,15 +12,21 @@ namespace Varnel::Wx {
 
 StaticText::StaticText(wxWindow* parent, int id, const String& label, unsigned int style,
                        Flags<TextFlag> flags, wxSize size)
-    : wxGenericStaticText(parent, id, toWxString(label), wxDefaultPosition, scaleByDpi(size),
-                          static_cast<long>(style), wxStaticTextNameStr),
-      TooltipWindow(this) {
+    : TooltipWindow(this) {
+    // Created in two steps, so that the label's own default attributes below are the ones asked
+    // while the toolkit sizes it.
+    Create(parent, id, toWxString(label), wxDefaultPosition, scaleByDpi(size),
+           static_cast<long>(style), wxStaticTextNameStr);
     Bind(wxEVT_PAINT, &StaticText::onPaint, this);
     SetFont(setupStaticTextFont(GetFont(), flags));
     m_label = label;
 }
 
 StaticText::~StaticText() = default;
+
+wxVisualAttributes StaticText::GetDefaultAttributes() const {
+    return wxWindow::GetClassDefaultAttributes();
+}
 
 void StaticText::SetLabel(const wxString& label) {
     m_label = toVarnelString(label);

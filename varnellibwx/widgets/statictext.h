@@ -35,6 +35,11 @@ public:
 
     const String& label() const { return m_label; }
 
+    /// The system's font and colours. The label replaces them at once (the standard font, the
+    /// skin's colours); asking the toolkit for a label's own would build the theme's style for
+    /// every label made, a large part of building a dialog of labels.
+    wxVisualAttributes GetDefaultAttributes() const override;
+
 private:
     void onPaint(wxPaintEvent& event);
 
