@@ -134,6 +134,12 @@ TEST_F(TextWidgets, EntriesWearTheBorderedFrameAndShowDisabledValuesInTheSkin) {
     seen = captureOnScreen(*entry);
     EXPECT_EQ(pixelAt(seen, 0, middle), wxColour(54, 54, 54));
     EXPECT_EQ(pixelAt(seen, 1, middle), wxColour(0, 114, 188));
+    // Made without a border (the spinner's field, framed by the spinner), it draws none.
+    auto* bare =
+        new TextControl(&parent(), wxID_ANY, String(L"1.0"), wxBORDER_NONE, {}, wxSize(120, -1));
+    bare->SetPosition(wxPoint(10, 160));
+    applySkinRecursive(bare, GuiSkin());
+    EXPECT_EQ(pixelAt(captureOnScreen(*bare), 0, middle), wxColour(68, 68, 68));
     // A log's multi-line control wears the same outer frame (its text view covers the inner).
     auto* log =
         new TextCtrl(&parent(), wxID_ANY, "line", wxPoint(10, 60), wxSize(200, 80), wxTE_MULTILINE);

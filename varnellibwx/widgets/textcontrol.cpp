@@ -26,8 +26,10 @@ TextControl::TextControl(wxWindow* parent, int id, const String& value, unsigned
         this, [this] { return !IsEnabled(); },
         [this](wxDC& dc, int width, int height) { paintDisabled(dc, wxSize(width, height)); });
     // GTK's own frame is light and rounded; a dark skin wants the bordered look's square rings.
-    setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
-                        Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
+    // A field without a border (the spinner's, inside a bordered frame of its own) gets none.
+    if (!HasFlag(wxBORDER_NONE))
+        setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
+                            Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
     SetFont(setupStaticTextFont(GetFont(), flags));
 }
 

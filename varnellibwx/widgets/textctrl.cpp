@@ -24,9 +24,11 @@ TextCtrl::TextCtrl(wxWindow* parent, int id, const wxString& value, const wxPoin
     // The library's standard text, scaled with the display like every other text widget.
     SetFont(setupStaticTextFont(GetFont(), {}));
     // GTK's frame is light and rounded (a multi-line control's scrolled window wears it); among
-    // the skin's dark controls it takes the bordered look's square rings, as the entries do.
-    setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
-                        Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
+    // the skin's dark controls it takes the bordered look's square rings, as the entries do,
+    // unless the control is made without a border.
+    if (!HasFlag(wxBORDER_NONE))
+        setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
+                            Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
 }
 
 TextCtrl::~TextCtrl() {
