@@ -2,6 +2,8 @@
 
 #include <varnellibwx/guiskin.h>
 
+#include <varnellib/native/drawhook.h>
+
 #include <wx/dcbuffer.h>
 
 namespace Varnel {
@@ -97,6 +99,12 @@ void paintRawaBorder(wxDC& dc, const wxRect& rect, Flags<RawaBorderState> state)
         dc.SetBrush(wxBrush(kShadowMiddle));
         dc.DrawRectangle(rect.x + 1, rect.GetBottom(), rect.width - 2, 1);
     }
+}
+
+void wearBorderedEntryFrame(wxWindow& entry) {
+    if (!entry.HasFlag(wxBORDER_NONE))
+        setNativeEntryFrame(WindowHandle(entry.GetHandle()), kRawaOuterFrame, kRawaInnerFrame,
+                            kRawaHighlightFrame);
 }
 
 } // namespace Detail

@@ -49,6 +49,11 @@ inline constexpr RgbBytes kRawaOuterFrame{54, 54, 54};
 inline constexpr RgbBytes kRawaInnerFrame{37, 37, 37};
 inline constexpr RgbBytes kRawaHighlightFrame{0, 114, 188};
 
+/// Gives a native text entry (or a multi-line control's frame) the bordered look's square frame
+/// in place of GTK's light rounded one, the inner ring in the highlight colour while focused;
+/// nothing for one made with `wxBORDER_NONE`, which sits in a frame of its owner's.
+void wearBorderedEntryFrame(wxWindow& entry);
+
 /// Draws the border of a client area of `size` in the look that `state` asks for.
 VARNEL_LIBWX_EXPORT void paintRawaBorder(wxDC& dc, wxSize size, Flags<RawaBorderState> state);
 /// The same look around any rectangle of the DC.

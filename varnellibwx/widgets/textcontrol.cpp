@@ -5,8 +5,6 @@
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/rawaborder.h>
 
-#include <varnellib/native/drawhook.h>
-
 #include <wx/dc.h>
 
 namespace Varnel::Wx {
@@ -26,10 +24,7 @@ TextControl::TextControl(wxWindow* parent, int id, const String& value, unsigned
         this, [this] { return !IsEnabled(); },
         [this](wxDC& dc, int width, int height) { paintDisabled(dc, wxSize(width, height)); });
     // GTK's own frame is light and rounded; a dark skin wants the bordered look's square rings.
-    // A field without a border (the spinner's, inside a bordered frame of its own) gets none.
-    if (!HasFlag(wxBORDER_NONE))
-        setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
-                            Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
+    Varnel::Detail::wearBorderedEntryFrame(*this);
     SetFont(setupStaticTextFont(GetFont(), flags));
 }
 

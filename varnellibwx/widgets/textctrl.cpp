@@ -3,8 +3,6 @@
 #include <varnellibwx/fonts.h>
 #include <varnellibwx/widgets/rawaborder.h>
 
-#include <varnellib/native/drawhook.h>
-
 #include <algorithm>
 
 namespace Varnel::Wx {
@@ -24,11 +22,8 @@ TextCtrl::TextCtrl(wxWindow* parent, int id, const wxString& value, const wxPoin
     // The library's standard text, scaled with the display like every other text widget.
     SetFont(setupStaticTextFont(GetFont(), {}));
     // GTK's frame is light and rounded (a multi-line control's scrolled window wears it); among
-    // the skin's dark controls it takes the bordered look's square rings, as the entries do,
-    // unless the control is made without a border.
-    if (!HasFlag(wxBORDER_NONE))
-        setNativeEntryFrame(WindowHandle(GetHandle()), Varnel::Detail::kRawaOuterFrame,
-                            Varnel::Detail::kRawaInnerFrame, Varnel::Detail::kRawaHighlightFrame);
+    // the skin's dark controls it takes the bordered look's, as the entries do.
+    Varnel::Detail::wearBorderedEntryFrame(*this);
 }
 
 TextCtrl::~TextCtrl() {
