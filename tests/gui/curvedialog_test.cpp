@@ -308,3 +308,81 @@ TEST_F(CurveDialogs, AHostMayDestroyTheDialogFromItsCallback) {
     dialog.resetAll();
     EXPECT_TRUE(pumpUntil([&] { return log.calls().back() == "store"; }));
 }
+
+TEST_F(CurveDialogs, AChangeFromAnySideEndsADragOrPickAndTheDragIsItsOwnStep) {
+    CurveDialog& dialog = open();
+    CurvePanel& panel = *dialog.panel();
+    // Three points added, the third dragged when the host's Edit menu undoes (it used to reach
+    // past the shortened point list from the next motion, ending the host).
+    input.click(panel, wxPoint(69, 197));
+    input.click(panel, wxPoint(133, 133));
+    input.press(panel, wxPoint(197, 69));
+    input.moveTo(panel, wxPoint(197, 50));
+    ASSERT_TRUE(pumpUntil([&] { return panel.model().dragging; }));
+    EXPECT_TRUE(dialog.undo()); // takes the drag back
+    EXPECT_FALSE(panel.model().dragging);
+    EXPECT_FALSE(panel.HasCapture());
+    EXPECT_EQ(panel.getCurrentCurves()[CurveChannel::Master].points().size(), 4);
+    log.clear();
+    input.moveTo(panel, wxPoint(197, 30));
+    input.release();
+    pumpPending();
+    EXPECT_EQ(log.calls(), Calls{}) << "the dropped drag reports nothing more";
+    EXPECT_TRUE(dialog.redo());
+    EXPECT_EQ(panel.getCurrentCurves()[CurveChannel::Master].points().size(), 5);
+
+    // Delete from the keyboard and a host's setCurves while the mouse holds a point; a pick.
+    const std::function<void()> changes[] = {
+        [&] { input.key(WXK_DELETE); },
+        [&] { dialog.setCurves(ColorCurve()); },
+    };
+    // (Each press on a point of its own: two presses at one place would be a double click.)
+    const wxPoint grabs[] = {{133, 133}, {69, 197}};
+    for (int i = 0; i < 2; ++i) {
+        input.press(panel, grabs[i]);
+        input.moveTo(panel, grabs[i] - wxPoint(0, 13));
+        ASSERT_TRUE(pumpUntil([&] { return panel.model().dragging; })) << i;
+        changes[i]();
+        EXPECT_FALSE(panel.model().dragging);
+        input.moveTo(panel, grabs[i] - wxPoint(0, 30));
+        input.release();
+        pumpPending();
+        EXPECT_FALSE(panel.HasCapture());
+    }
+    const AutoPtr<ICurvePanelController> controller = dialog.getController();
+    controller->startPicking({50, 0});
+    dialog.resetAll();
+    controller->movePicking({50, -30});
+    controller->stopPicking();
+    EXPECT_TRUE(panel.getCurrentCurves().isIdentity());
+}
+
+TEST_F(CurveDialogs, ARunOfOneKeyAndAHostsSetCurvesAreOneStepEach) {
+    ColorCurve curves;
+    curves[CurveChannel::Master].points() = {{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}};
+    CurveDialog& dialog = open(curves);
+    CurvePanel& panel = *dialog.panel();
+    panel.SetFocus();
+    ASSERT_TRUE(pumpUntil([&] { return panel.HasFocus(); }));
+    input.key(WXK_TAB);
+    input.key(WXK_TAB);
+    for (int i = 0; i < 5; ++i)
+        input.key(WXK_UP);
+    const ColorCurve raised = panel.getCurrentCurves();
+    input.key(WXK_LEFT);
+    EXPECT_TRUE(dialog.undo());
+    EXPECT_EQ(panel.getCurrentCurves(), raised);
+    EXPECT_TRUE(dialog.undo());
+    EXPECT_EQ(panel.getCurrentCurves(), curves);
+    EXPECT_FALSE(dialog.canUndo());
+
+    ColorCurve linear;
+    linear[CurveChannel::Master].setInterpolation(Curve::Linear);
+    dialog.setCurves(linear);
+    EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Linear);
+    EXPECT_TRUE(dialog.undo());
+    EXPECT_EQ(panel.getCurrentCurves(), curves);
+    EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Cubic);
+    EXPECT_TRUE(dialog.redo());
+    EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Linear);
+}

@@ -1,6 +1,7 @@
 // The curve panel's editing rules without a display: coordinates, clamping, the strict hit test,
 // presses near and far from the curve, drags through and out of the band, removal, zoom, and
-// the histogram's columns.
+// the histogram's columns; the dialog's history of edits.
+#include <varnellibwx/widgets/curvedialog.h>
 #include <varnellibwx/widgets/curvepanel.h>
 
 #include "prelude.h"
@@ -197,4 +198,65 @@ TEST(CurvePanelModel, KeysChooseMoveWithinTheBandAndRemoveInteriorPoints) {
     EXPECT_EQ(m.selectedCurve().points().size(), 3);
     m.keyPoint = 9; // out of date after an outside change: nothing moves
     EXPECT_FALSE(m.moveKeyPoint(1, 1));
+}
+
+TEST(CurvePanelModel, CrowdedNeighboursLeaveAKeyPointNoRoomToPassThem) {
+    // Curve files put points 1/255 apart, closer than two gaps.
+    const float step = 1.f / 255.f;
+    CurvePanelModel m = model({{0.f, 0.f}, {step, step}, {2 * step, 2 * step}, {1.f, 1.f}});
+    m.keyPoint = 1;
+    for (const auto& [dx, dy] : {std::pair{-10, 0}, {10, 0}, {1, 0}, {0, -10}}) {
+        m.moveKeyPoint(dx, dy);
+        const Stack<CurvePoint>& points = m.selectedCurve().points();
+        EXPECT_EQ(points[1].x, step) << dx << "," << dy;
+        EXPECT_TRUE(points[0].x < points[1].x && points[1].x < points[2].x);
+    }
+    EXPECT_NE(m.selectedCurve().points()[1].y, step); // the vertical move still happens
+}
+
+TEST(CurvePanelModel, ADragWhoseCurveWasReplacedLetsGoInsteadOfReachingPastTheEnd) {
+    CurvePanelModel m = model({{0.f, 0.f}, {0.25f, 0.25f}, {0.5f, 0.5f}, {1.f, 1.f}});
+    m.press(m.toPixel({0.5f, 0.5f}));
+    ASSERT_EQ(m.grabbedPoint, 2);
+    m.selectedCurve().points() = {{0.f, 0.f}, {1.f, 1.f}}; // an undo under the pointer
+    m.drag(wxPoint(140, 100));
+    EXPECT_EQ(m.selectedCurve().points().size(), 2);
+    EXPECT_FALSE(m.dragging);
+}
+
+TEST(CurveHistory, StepsAreBoundedByCountAndByMemoryAndRedoIsForgottenByAnEdit) {
+    const auto curvesOf = [](int points) {
+        ColorCurve curves;
+        for (const CurveChannel channel :
+             {CurveChannel::Master, CurveChannel::Red, CurveChannel::Green, CurveChannel::Blue}) {
+            Stack<CurvePoint>& stack = curves[channel].points();
+            stack = {};
+            for (int i = 0; i < points; ++i)
+                stack.push({static_cast<float>(i) / static_cast<float>(points), 0.5f});
+        }
+        return curves;
+    };
+    using Varnel::Wx::Detail::CurveHistory;
+    CurveHistory byCount(3, std::size_t(1) << 30);
+    for (int i = 1; i <= 5; ++i)
+        byCount.edited(curvesOf(i), curvesOf(i + 1));
+    EXPECT_EQ(byCount.undoSteps(), 3);
+    EXPECT_EQ(byCount.undo(curvesOf(6)), curvesOf(5));
+    EXPECT_TRUE(byCount.canRedo());
+    byCount.edited(curvesOf(5), curvesOf(5)); // no change: no step, the redo stays
+    EXPECT_TRUE(byCount.canRedo());
+    byCount.edited(curvesOf(5), curvesOf(7));
+    EXPECT_FALSE(byCount.canRedo());
+
+    // Steps of 65,535 points (about 2 MB each) within a 5 MB budget: two are kept, never none.
+    const ColorCurve big = curvesOf(65535);
+    CurveHistory byMemory(100, 5u << 20);
+    for (int i = 0; i < 4; ++i)
+        byMemory.edited(big, curvesOf(i + 1));
+    EXPECT_EQ(byMemory.undoSteps(), 2);
+    EXPECT_LE(byMemory.bytes(), 5u << 20);
+    CurveHistory tiny(100, 1);
+    tiny.edited(big, curvesOf(1));
+    EXPECT_EQ(tiny.undo(curvesOf(1)), big);
+    EXPECT_EQ(tiny.redo(big), curvesOf(1));
 }

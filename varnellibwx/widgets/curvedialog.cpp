@@ -111,33 +111,36 @@ void CurveDialog::build(const GuiSkin& skin, const ColorCurve& curves) {
     grid->Add(label(L"Channel:"), 0, wxALIGN_CENTER_VERTICAL);
     m_channel = addChoice(this, {L"Brightness", L"Red", L"Green", L"Blue"}, 0, [this](int index) {
         m_panel->setSelectedCurve(static_cast<CurveChannel>(index));
+        refreshControls();
     });
     grid->Add(m_channel, 0, wxALIGN_CENTER_VERTICAL);
     grid->Add(new DropdownButton(this, skin, Array<int>{wxID_ANY, wxID_ANY},
                                  Array<wxString>{"Reset", "Reset All"}, wxNullBitmap, wxNullBitmap,
-                                 Array<Function<void()>>{
-                                     [this] {
-                                         const ColorCurve before = m_panel->getCurrentCurves();
-                                         m_panel->setCurve(
-                                             Curve(), m_panel->getSelectedCurveChannel(), true);
-                                         remember(before);
-                                     },
-                                     [this] {
-                                         resetAll();
-                                     }},
+                                 Array<Function<void()>>{[this] {
+                                                             m_panel->endGesture();
+                                                             ColorCurve curves =
+                                                                 m_panel->getCurrentCurves();
+                                                             const CurveChannel channel =
+                                                                 m_panel->getSelectedCurveChannel();
+                                                             curves[channel] = Curve();
+                                                             change(curves, channel);
+                                                         },
+                                                         [this] {
+                                                             resetAll();
+                                                         }},
                                  Button::Behavior::Normal, true),
               0, wxALIGN_CENTER_VERTICAL);
     // The interpolation row: the master curve's mode at opening. Choosing another channel
     // leaves it as it is.
     grid->Add(label(L"Interpolation:"), 0, wxALIGN_CENTER_VERTICAL);
-    m_interpolation = addChoice(this, {L"Cubic splines", L"Linear splines"},
-                                curves[CurveChannel::Master].interpolation(), [this](int index) {
-                                    const ColorCurve before = m_panel->getCurrentCurves();
+    m_interpolationShown = curves[CurveChannel::Master].interpolation();
+    m_interpolation = addChoice(this, {L"Cubic splines", L"Linear splines"}, m_interpolationShown,
+                                [this](int index) {
+                                    m_panel->endGesture();
+                                    ColorCurve changed = m_panel->getCurrentCurves();
                                     const CurveChannel channel = m_panel->getSelectedCurveChannel();
-                                    Curve curve = before[channel];
-                                    curve.setInterpolation(index);
-                                    m_panel->setCurve(curve, channel, true);
-                                    remember(before);
+                                    changed[channel].setInterpolation(index);
+                                    change(changed, channel);
                                 });
     grid->Add(m_interpolation, 0, wxALIGN_CENTER_VERTICAL);
     // "Load" and "Save".
@@ -152,6 +155,7 @@ void CurveDialog::build(const GuiSkin& skin, const ColorCurve& curves) {
     grid->Add(label(L"Histogram:"), 0, wxALIGN_CENTER_VERTICAL);
     m_histogram = addChoice(this, {L"Linear", L"Logarithmic", L"Cumulative"}, 0, [this](int index) {
         m_panel->setHistogramType(static_cast<HistogramType>(index));
+        refreshControls();
     });
     grid->Add(m_histogram, 0, wxALIGN_CENTER_VERTICAL);
     m_equalize = new Button(this, skin, wxID_ANY, "Equalize", wxNullBitmap, wxNullBitmap,
@@ -171,7 +175,8 @@ void CurveDialog::build(const GuiSkin& skin, const ColorCurve& curves) {
 }
 
 void CurveDialog::setCurves(ColorCurve curves) {
-    m_panel->setCurves(std::move(curves));
+    m_panel->endGesture();
+    change(curves);
 }
 
 void CurveDialog::updateHistogram() {
@@ -201,22 +206,21 @@ Button* CurveDialog::button(const wxString& label) const {
 }
 
 void CurveDialog::resetAll() {
-    const ColorCurve before = m_panel->getCurrentCurves();
-    m_panel->setCurves(ColorCurve());
-    remember(before);
+    m_panel->endGesture();
+    change(ColorCurve());
 }
 
 void CurveDialog::equalize() {
     if (!m_callbacks)
         return;
-    const ColorCurve before = m_panel->getCurrentCurves();
+    m_panel->endGesture();
     const Histogram histogram = m_callbacks->getHistogram(
         kEqualizeRange, CurveChannel::Master, m_panel->GetSize().x - 2 * CurvePanelModel::kMargin);
-    m_panel->setCurve(histogram.computeEqualizingCurve(kEqualizePoints), CurveChannel::Master,
-                      true);
+    ColorCurve curves = m_panel->getCurrentCurves();
+    curves[CurveChannel::Master] = histogram.computeEqualizingCurve(kEqualizePoints);
+    change(curves, CurveChannel::Master);
     m_panel->setHistogramType(HistogramType::Cumulative);
-    m_histogram->selectIndex(static_cast<int>(HistogramType::Cumulative), false);
-    remember(before);
+    refreshControls();
 }
 
 void CurveDialog::load() {
@@ -230,12 +234,11 @@ void CurveDialog::load() {
                      String(L"Cannot load curves from a file."), MessageDialogIcon::Error);
         return;
     }
-    const ColorCurve before = m_panel->getCurrentCurves();
-    ColorCurve curves = before;
+    m_panel->endGesture();
+    ColorCurve curves = m_panel->getCurrentCurves();
     for (const CurveChannel channel : kChannels)
         curves[channel].points() = loaded.value()[static_cast<std::size_t>(channel)].points();
-    m_panel->setCurves(curves);
-    remember(before);
+    change(curves);
 }
 
 void CurveDialog::save() {
@@ -250,31 +253,45 @@ void CurveDialog::save() {
 }
 
 void CurveDialog::remember(const ColorCurve& before) {
-    if (before == m_panel->getCurrentCurves())
-        return;
-    m_undo.push_back(before);
-    if (m_undo.size() > static_cast<std::size_t>(kUndoSteps))
-        m_undo.pop_front();
-    m_redo.clear();
+    m_history.edited(before, m_panel->getCurrentCurves());
+}
+
+void CurveDialog::change(const ColorCurve& curves, Optional<CurveChannel> only) {
+    const ColorCurve before = m_panel->getCurrentCurves();
+    if (only)
+        m_panel->setCurve(curves[*only], *only, true);
+    else
+        m_panel->setCurves(curves);
+    remember(before);
+    m_interpolationShown = curves[m_panel->getSelectedCurveChannel()].interpolation();
+    refreshControls();
+}
+
+void CurveDialog::refreshControls() {
+    m_channel->selectIndex(static_cast<int>(m_panel->getSelectedCurveChannel()), false);
+    m_histogram->selectIndex(static_cast<int>(m_panel->histogramType()), false);
+    m_interpolation->selectIndex(m_interpolationShown, false);
 }
 
 bool CurveDialog::undo() {
-    if (m_undo.empty())
+    m_panel->endGesture();
+    Optional<ColorCurve> curves = m_history.undo(m_panel->getCurrentCurves());
+    if (!curves)
         return false;
-    m_redo.push_back(m_panel->getCurrentCurves());
-    ColorCurve curves = std::move(m_undo.back());
-    m_undo.pop_back();
-    m_panel->setCurves(std::move(curves));
+    m_interpolationShown = (*curves)[m_panel->getSelectedCurveChannel()].interpolation();
+    m_panel->setCurves(std::move(*curves));
+    refreshControls();
     return true;
 }
 
 bool CurveDialog::redo() {
-    if (m_redo.empty())
+    m_panel->endGesture();
+    Optional<ColorCurve> curves = m_history.redo(m_panel->getCurrentCurves());
+    if (!curves)
         return false;
-    m_undo.push_back(m_panel->getCurrentCurves());
-    ColorCurve curves = std::move(m_redo.back());
-    m_redo.pop_back();
-    m_panel->setCurves(std::move(curves));
+    m_interpolationShown = (*curves)[m_panel->getSelectedCurveChannel()].interpolation();
+    m_panel->setCurves(std::move(*curves));
+    refreshControls();
     return true;
 }
 
@@ -302,4 +319,64 @@ void CurveDialog::onClose(wxCloseEvent&) {
     Destroy();
 }
 
+namespace Detail {
+
+std::size_t CurveHistory::bytesOf(const ColorCurve& curves) {
+    std::size_t bytes = sizeof(ColorCurve);
+    for (const CurveChannel channel : kChannels)
+        bytes += static_cast<std::size_t>(curves[channel].points().size()) * sizeof(CurvePoint);
+    return bytes;
+}
+
+void CurveHistory::edited(const ColorCurve& before, const ColorCurve& now) {
+    if (before == now)
+        return;
+    for (const ColorCurve& undone : m_redo)
+        m_bytes -= bytesOf(undone);
+    m_redo.clear();
+    push(m_undo, before);
+}
+
+Optional<ColorCurve> CurveHistory::undo(const ColorCurve& now) {
+    return pop(m_undo, m_redo, now);
+}
+
+Optional<ColorCurve> CurveHistory::redo(const ColorCurve& now) {
+    return pop(m_redo, m_undo, now);
+}
+
+void CurveHistory::push(std::deque<ColorCurve>& steps, const ColorCurve& curves) {
+    steps.push_back(curves);
+    m_bytes += bytesOf(curves);
+    trim();
+}
+
+Optional<ColorCurve> CurveHistory::pop(std::deque<ColorCurve>& from, std::deque<ColorCurve>& to,
+                                       const ColorCurve& now) {
+    if (from.empty())
+        return {};
+    ColorCurve curves = std::move(from.back());
+    from.pop_back();
+    m_bytes -= bytesOf(curves);
+    push(to, now);
+    return curves;
+}
+
+void CurveHistory::trim() {
+    // The oldest undo steps go first, then the farthest redo steps; the step just added stays.
+    const auto over = [this] {
+        return static_cast<int>(m_undo.size()) > m_maxSteps ||
+               (m_bytes > m_maxBytes && m_undo.size() + m_redo.size() > 1);
+    };
+    while (over() && !m_undo.empty() && (m_undo.size() > 1 || m_redo.empty())) {
+        m_bytes -= bytesOf(m_undo.front());
+        m_undo.pop_front();
+    }
+    while (over() && m_redo.size() > 1) {
+        m_bytes -= bytesOf(m_redo.front());
+        m_redo.pop_front();
+    }
+}
+
+} // namespace Detail
 } // namespace Varnel::Wx

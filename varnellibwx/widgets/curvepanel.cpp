@@ -156,6 +156,12 @@ void CurvePanelModel::drag(wxPoint position) {
     const wxPoint clamped = clampToPlot(position);
     const CurvePoint at = toCurve(clamped);
     Stack<CurvePoint>& points = selectedCurve().points();
+    // The curve may have been replaced under the pointer: a grab that no longer names a point
+    // ends the drag rather than reach past the list.
+    if (grabbedPoint && *grabbedPoint >= points.size()) {
+        release();
+        return;
+    }
     if (grabbedPoint) {
         const int i = *grabbedPoint;
         const int last = points.size() - 1;
@@ -221,8 +227,9 @@ bool CurvePanelModel::moveKeyPoint(int dx, int dy) {
     const float low = i > 0 ? points[i - 1].x + kMinGap : -std::numeric_limits<float>::infinity();
     const float high =
         i < points.size() - 1 ? points[i + 1].x - kMinGap : std::numeric_limits<float>::infinity();
-    if (low <= high)
-        at.x = std::clamp(at.x, low, high);
+    // Neighbours closer than two gaps (curve files have points 1/255 apart) leave no room: the
+    // point keeps its x, so the list stays sorted.
+    at.x = low <= high ? std::clamp(at.x, low, high) : from.x;
     if (at == from)
         return false;
     points[i] = at;
@@ -290,7 +297,7 @@ public:
         CurvePanelModel& model = m_panel.m_model;
         if (!model.dragging)
             return;
-        if (model.grabbedPoint) {
+        if (model.grabbedPoint && *model.grabbedPoint < model.selectedCurve().points().size()) {
             // Only the vertical movement of the picking pointer counts.
             wxPoint at = model.toPixel(model.selectedCurve().points()[*model.grabbedPoint]);
             at.y += pixel.y - m_last.y;
@@ -350,7 +357,18 @@ void CurvePanel::resize(wxSize size) {
     updateHistogram();
 }
 
+void CurvePanel::endGesture() {
+    m_keyRun.reset();
+    if (!m_model.dragging && !m_gestureStart)
+        return;
+    m_model.release();
+    if (HasCapture())
+        ReleaseMouse();
+    finishGesture();
+}
+
 void CurvePanel::setCurve(Curve curve, CurveChannel channel, bool notify) {
+    endGesture();
     m_model.curves[channel] = std::move(curve);
     if (notify)
         report({channel});
@@ -359,6 +377,7 @@ void CurvePanel::setCurve(Curve curve, CurveChannel channel, bool notify) {
 }
 
 void CurvePanel::setCurves(ColorCurve curves) {
+    endGesture();
     m_model.curves = std::move(curves);
     report({CurveChannel::Master, CurveChannel::Red, CurveChannel::Green, CurveChannel::Blue});
 }
@@ -370,6 +389,7 @@ void CurvePanel::setHistogramType(HistogramType type) {
 
 void CurvePanel::setSelectedCurve(CurveChannel channel) {
     curveChannelName(channel); // a channel outside the four is a programming error
+    endGesture();
     m_model.selectedChannel = channel;
     m_model.keyPoint.reset();
     Refresh(false);
@@ -593,6 +613,7 @@ void CurvePanel::onPaint(wxPaintEvent&) {
 }
 
 void CurvePanel::onLeftDown(wxMouseEvent& event) {
+    endGesture();
     m_gestureStart = m_model.curves;
     if (m_model.press(m_model.clampToPlot(event.GetPosition())))
         report({m_model.selectedChannel});
@@ -614,51 +635,53 @@ void CurvePanel::finishGesture() {
         return;
     const ColorCurve before = std::move(*m_gestureStart);
     m_gestureStart.reset();
-    if (before != m_model.curves)
+    if (before != m_model.curves && m_onEditFinished)
         m_onEditFinished(before);
 }
 
 void CurvePanel::onRightUp(wxMouseEvent& event) {
+    endGesture();
     const ColorCurve before = m_model.curves;
     if (m_model.removeAt(event.GetPosition())) {
         report({m_model.selectedChannel});
-        m_onEditFinished(before);
+        if (m_onEditFinished)
+            m_onEditFinished(before);
     }
 }
 
 void CurvePanel::onKeyDown(wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     const int step = event.ShiftDown() ? 10 : 1;
-    const ColorCurve before = m_model.curves;
-    bool changed = false;
-    switch (key) {
-    case WXK_TAB:
-        m_model.selectKeyPoint(event.ShiftDown() ? -1 : 1);
-        Refresh(false);
-        return;
-    case WXK_LEFT:
-        changed = m_model.moveKeyPoint(-step, 0);
-        break;
-    case WXK_RIGHT:
-        changed = m_model.moveKeyPoint(step, 0);
-        break;
-    case WXK_UP:
-        changed = m_model.moveKeyPoint(0, -step);
-        break;
-    case WXK_DOWN:
-        changed = m_model.moveKeyPoint(0, step);
-        break;
-    case WXK_DELETE:
-        changed = m_model.removeKeyPoint();
-        break;
-    default:
+    static constexpr int kMoves[][3] = {
+        {WXK_LEFT, -1, 0}, {WXK_RIGHT, 1, 0}, {WXK_UP, 0, -1}, {WXK_DOWN, 0, 1}};
+    const int* move = nullptr;
+    for (const int* candidate : kMoves)
+        if (candidate[0] == key)
+            move = candidate;
+    if (key != WXK_TAB && key != WXK_DELETE && !move) {
         event.Skip();
         return;
     }
+    // A key edit while the mouse or a pick holds a point lets go of it first.
+    const Optional<KeyRun> run = m_keyRun;
+    endGesture();
+    if (key == WXK_TAB) {
+        m_model.selectKeyPoint(event.ShiftDown() ? -1 : 1);
+        Refresh(false);
+        return;
+    }
+    const ColorCurve before = m_model.curves;
+    const KeyRun now{key * 16 + step, m_model.selectedChannel, m_model.keyPoint.value_or(-1)};
+    const bool changed =
+        move ? m_model.moveKeyPoint(move[1] * step, move[2] * step) : m_model.removeKeyPoint();
     if (!changed)
         return;
     report({m_model.selectedChannel});
-    m_onEditFinished(before);
+    // Holding a key repeats it many times a second: the whole run on one point is one edit.
+    if (move)
+        m_keyRun = now;
+    if (!(move && run == now) && m_onEditFinished)
+        m_onEditFinished(before);
 }
 
 void CurvePanel::onMotion(wxMouseEvent& event) {

@@ -149,8 +149,16 @@ public:
     void setSelectedCurve(CurveChannel channel);
     /// Asks the callbacks for the histogram of the shown range and repaints.
     void updateHistogram();
+    /// Whether edits are waiting for the callbacks' notification delay to pass.
+    bool hasPendingReports() const { return !m_pendingChannels.empty(); }
+    /// Ends a drag or a pick in progress: the point is let go, the mouse capture released, and
+    /// what the gesture changed so far is one finished edit. Every change of the curves from
+    /// outside the gesture (setCurve, setCurves, a key, another channel) ends it first, so that a
+    /// grab never names a point of curves that replaced its own.
+    void endGesture();
     /// Called after each finished edit of the user's (a drag from press to release, a removal,
-    /// a key's edit) with the curves as they were before it: one step for an undo history.
+    /// a key's edit; a run of the same arrow key on the same point is one edit) with the curves
+    /// as they were before it: one step for an undo history.
     void callOnEditFinished(Function<void(const ColorCurve& before)> onEditFinished) {
         m_onEditFinished = std::move(onEditFinished);
     }
@@ -218,6 +226,14 @@ private:
     mutable Backdrop m_backdrop;
     Function<void(const ColorCurve&)> m_onEditFinished;
     Optional<ColorCurve> m_gestureStart; // the curves when the current press began
+    /// The last key edit (key and step, channel, point), while nothing else has happened since.
+    struct KeyRun {
+        int key = 0;
+        CurveChannel channel = CurveChannel::Master;
+        int point = -1;
+        bool operator==(const KeyRun&) const = default;
+    };
+    Optional<KeyRun> m_keyRun;
 };
 
 namespace Detail {

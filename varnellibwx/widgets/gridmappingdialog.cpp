@@ -103,8 +103,7 @@ void GridMappingDialog::CurveCallbacksImpl::onCurveChanged(CurveChannel channel,
     // delay outlived the dialog's last moment) is already part of what the close reported.
     if (channel != CurveChannel::Master || m_dialog.m_closing)
         return;
-    m_dialog.m_mapping.curve = curve;
-    m_dialog.report();
+    m_dialog.onCurve(curve);
 }
 
 int GridMappingDialog::CurveCallbacksImpl::getChangeNotificationDelay() {
@@ -197,6 +196,9 @@ void GridMappingDialog::build() {
     scaleLabel->setTooltip(String(kInputScaleHelp));
     grid->Add(scaleLabel, 0, wxALIGN_CENTER_VERTICAL);
     m_scale = new Spinner(this, wxID_ANY, kSpinnerWidth, 0.f, kMaxScale, 1.f, 2, 0.f);
+    // The digits follow the scale however it was entered, so a small scale typed or computed is
+    // shown, and reported, as itself rather than rounded to 0.
+    m_scale->setPrecisionByValue(&Detail::inputScaleDigits, false);
     m_scale->textField()->setTooltip(String(kInputScaleHelp));
     // One click moves the scale by a hundredth of itself, whatever its size.
     m_scale->setClickSpeedOverride(
@@ -228,12 +230,21 @@ void GridMappingDialog::setCurrentMapping(const GridMapping& mapping) {
     m_mapping = mapping;
     if (!std::isfinite(m_mapping.inputScale) || m_mapping.inputScale < 0.f)
         m_mapping.inputScale = 1.f;
-    m_mapping.inputScale = std::min(m_mapping.inputScale, kMaxScale);
-    m_scale->setPrecision(Detail::inputScaleDigits(m_mapping.inputScale), false);
+    m_mapping.inputScale = shownScale(m_mapping.inputScale);
+    refresh();
+}
+
+float GridMappingDialog::shownScale(float scale) {
+    scale = std::clamp(scale, 0.f, kMaxScale);
+    return Detail::formatSpinnerValue(scale, Detail::inputScaleDigits(scale), L'.').value;
+}
+
+void GridMappingDialog::refresh() {
     m_scale->setValue(m_mapping.inputScale, false);
     m_gradient->setGradient(m_mapping.gradient);
     m_preview->Refresh(false);
-    m_panel->setCurve(m_mapping.curve, CurveChannel::Master, false);
+    if (!(m_panel->getCurrentCurves()[CurveChannel::Master] == m_mapping.curve))
+        m_panel->setCurve(m_mapping.curve, CurveChannel::Master, false);
     m_interpolation->selectId(m_mapping.curve.interpolation(), false);
 }
 
@@ -251,15 +262,27 @@ void GridMappingDialog::report() {
 }
 
 void GridMappingDialog::onInterpolation(int mode) {
+    // The panel's curve, with an edit it may still hold back for its delay.
     Curve curve = m_panel->getCurrentCurves()[CurveChannel::Master];
     curve.setInterpolation(mode);
     m_mapping.curve = curve;
-    m_panel->setCurve(curve, CurveChannel::Master, false);
+    refresh();
+    report();
+}
+
+void GridMappingDialog::onCurve(const Curve& curve) {
+    // The panel reports its curve once its delay has passed, even when a reset or the
+    // interpolation choice has taken that curve in already: one change, one report.
+    if (curve == m_mapping.curve)
+        return;
+    m_mapping.curve = curve;
+    refresh();
     report();
 }
 
 void GridMappingDialog::onScale(float scale) {
     m_mapping.inputScale = scale;
+    refresh();
     Refresh(false);
     report();
 }
@@ -267,14 +290,12 @@ void GridMappingDialog::onScale(float scale) {
 void GridMappingDialog::autoScale() {
     if (!m_callbacks)
         return;
-    const float scale =
-        std::min(Detail::acceptedAutoScale(m_mapping.inputScale, m_callbacks->computeAutoScale()),
-                 kMaxScale);
+    const float scale = shownScale(
+        Detail::acceptedAutoScale(m_mapping.inputScale, m_callbacks->computeAutoScale()));
     if (scale == m_mapping.inputScale)
         return;
     m_mapping.inputScale = scale;
-    m_scale->setPrecision(Detail::inputScaleDigits(m_mapping.inputScale), false);
-    m_scale->setValue(m_mapping.inputScale, false);
+    refresh();
     report();
 }
 

@@ -106,7 +106,8 @@ public:
 
     /// Replaces the mapping and brings every control in line, reporting nothing. An input scale
     /// that is not a finite number of at least 0 becomes 1; one above the spinner's 1e6 becomes
-    /// 1e6.
+    /// 1e6; every scale is held as the spinner shows it, four significant digits (up to nine
+    /// decimals), so that what the user reads is what the host is told.
     void setCurrentMapping(const GridMapping& mapping);
     const GridMapping& getCurrentMapping() const { return m_mapping; }
 
@@ -127,7 +128,14 @@ public:
 
 private:
     void build();
+    /// Brings every control in line with the mapping, firing nothing: the one step that every
+    /// change, from the user, the host or "Reset", ends with.
+    void refresh();
+    /// The scale as the spinner shows it (its digits follow the value): what is held and
+    /// reported.
+    static float shownScale(float scale);
     void report();
+    void onCurve(const Curve& curve);
     void onInterpolation(int mode);
     void onScale(float scale);
     void close(int result);

@@ -174,7 +174,7 @@ void Spinner::configure(float min, float max, float defaultValue, int precision,
 void Spinner::setValue(float value, bool notify) {
     m_value = Detail::clampSpinnerValue(value, m_minValue, m_maxValue);
     m_residual = 0.f;
-    m_digits = Detail::spinnerDigits(m_precision());
+    m_digits = Detail::spinnerDigits(m_precision(m_value));
     const Detail::SpinnerText shown =
         Detail::formatSpinnerValue(m_value, m_digits, decimalPointCharacter());
     m_value = Detail::clampSpinnerValue(shown.value, m_minValue, m_maxValue);
@@ -198,6 +198,10 @@ void Spinner::setPrecision(int digits, bool notify) {
 }
 
 void Spinner::setPrecision(Function<int()> digits, bool notify) {
+    setPrecisionByValue([digits = std::move(digits)](float) { return digits(); }, notify);
+}
+
+void Spinner::setPrecisionByValue(Function<int(float)> digits, bool notify) {
     m_precision = std::move(digits);
     // The value before construction sets one is NaN: nothing to re-format yet.
     if (std::isfinite(m_value))
@@ -224,7 +228,7 @@ void Spinner::SetFocus() {
 
 void Spinner::step() {
     const float size = Detail::spinnerClickStep(m_value, m_clickSpeed, m_clickSpeedOverride());
-    const int digits = Detail::spinnerDigits(m_precision());
+    const int digits = Detail::spinnerDigits(m_precision(m_value));
     const Detail::SpinnerMove move = Detail::spinnerStep(m_value, m_residual, size, m_incrementing,
                                                          digits, m_minValue, m_maxValue);
     setValue(move.target, true);

@@ -67,6 +67,9 @@ public:
     void setPrecision(int digits, bool notify);
     /// Installs a precision function, asked at every change; re-formats a finite value.
     void setPrecision(Function<int()> digits, bool notify);
+    /// The same with the decimals asked for the value about to be shown, however it was entered
+    /// (typed, stepped, set): a value of any size keeps its significant digits.
+    void setPrecisionByValue(Function<int(float value)> digits, bool notify);
     /// When set and it yields a value, that value replaces the click step (never the drag
     /// speed): zero or a negative value steps by one resolution of the shown precision; only an
     /// empty Optional or NaN falls back to the click speed. An empty function removes it.
@@ -116,7 +119,7 @@ private:
     float m_maxValue = 0.f;
     float m_defaultValue = 0.f;
     float m_clickSpeed = 0.f;
-    Function<int()> m_precision;
+    Function<int(float)> m_precision;
     Function<Optional<float>()> m_clickSpeedOverride;
     Function<void(float)> m_onValueChange;
     Optional<String> m_placeholder; // shown by setText until a value replaces it
