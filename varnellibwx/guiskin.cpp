@@ -1,5 +1,4 @@
 #include <varnellibwx/guiskin.h>
-#include <varnellibwx/widgets/textbutton.h>
 
 #include <wx/generic/stattextg.h>
 #include <wx/panel.h>
@@ -38,10 +37,9 @@ void applySkinRecursive(wxWindow* window, const GuiSkin& skin) {
         window->SetBackgroundColour(background);
         window->SetForegroundColour(text);
     }
-    if (auto* link = dynamic_cast<TextButton*>(window)) {
-        link->setNormalColour(toWxColour(skin.link));
-        link->setHoverColour(toWxColour(skin.link));
-    }
+    // Widgets with colours of their own beyond these two (a link's) take the whole skin.
+    if (auto* skinnable = dynamic_cast<ISkinnable*>(window))
+        skinnable->setSkin(skin);
     for (wxWindow* child : window->GetChildren())
         applySkinRecursive(child, skin);
 }

@@ -123,10 +123,16 @@ TEST_F(Pickers, EveryOtherEditClearsTheTemperatureRowAndItsOwnSetsIt) {
     ColorPicker& picker = open(ColorPicker::ColorFormat::Rgba);
     ColorSliderWithSpinner& temperature = *picker.row(Row::Temperature);
     EXPECT_FALSE(temperature.AcceptsFocusFromKeyboard()); // nothing to show at first
-    temperature.spinner()->SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return temperature.spinner()->textField()->HasFocus(); }));
-    input.typeText("6500");
-    input.key(WXK_RETURN);
+    const auto type = [&](const char* text) {
+        temperature.spinner()->SetFocus();
+        ASSERT_TRUE(pumpUntil([&] { return temperature.spinner()->textField()->HasFocus(); }));
+        input.typeText(text);
+        input.key(WXK_RETURN);
+    };
+    // The number the cleared row held behind its empty text is entered too (1700, the least).
+    type("1700");
+    EXPECT_EQ(picker.getColor().b, Wx::Detail::temperatureToRgb(1700.f).b);
+    type("6500");
     EXPECT_TRUE(temperature.slider()->isMarkerVisible());
     Rgb white = Wx::Detail::temperatureToRgb(6500.f);
     white.a = kStart.a; // the temperature keeps the colour's alpha
@@ -137,6 +143,8 @@ TEST_F(Pickers, EveryOtherEditClearsTheTemperatureRowAndItsOwnSetsIt) {
     EXPECT_FALSE(temperature.slider()->isMarkerVisible());
     EXPECT_EQ(temperature.spinner()->textField()->GetValue(), "");
     EXPECT_EQ(picker.getColor().g, white.g);
+    type("6500"); // the last temperature again, after another edit
+    EXPECT_EQ(picker.getColor(), white);
 }
 
 TEST_F(Pickers, AlphaIsEditedOnlyInFormatOne) {

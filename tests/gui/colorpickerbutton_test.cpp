@@ -7,6 +7,7 @@
 #include <varnellibwx/widgets/colorpickerbutton.h>
 
 #include <wx/clipbrd.h>
+#include <wx/dcmemory.h>
 #include <wx/uiaction.h>
 
 #include <cstring>
@@ -73,6 +74,34 @@ TEST_F(Swatches, DisabledSwatchesStripeTheirColour) {
         EXPECT_EQ(countPixels(captureOnScreen(swatch), stripe), 0);
         swatch.Destroy();
     }
+    // Too narrow or too low for an inside: the outline alone, nothing drawn flipped over it.
+    for (const wxSize size : {wxSize(1, 30), wxSize(2, 30), wxSize(60, 1)}) {
+        ColorPickerButton& thin = make(L"thin", {20, 20}, Rgb(0, 1, 0, 1));
+        thin.SetSize(size);
+        pumpPending();
+        wxBitmap drawn(size, 24);
+        {
+            wxMemoryDC dc(drawn);
+            dc.SetBackground(*wxRED_BRUSH);
+            dc.Clear();
+            thin.paint(dc, size);
+        }
+        const wxImage seen = drawn.ConvertToImage();
+        EXPECT_EQ(countPixels(seen, *wxGREEN), 0) << size.x << "x" << size.y;
+        thin.Destroy();
+    }
+}
+
+TEST_F(Swatches, ADisabledSwatchRefusesADropAndSaysSo) {
+    ColorPickerButton& swatch = make(L"locked", {20, 20}, Rgb(0, 0, 1, 1), false);
+    auto* target = dynamic_cast<Wx::Detail::ColorPickerButtonDropTarget*>(swatch.GetDropTarget());
+    ASSERT_NE(target, nullptr);
+    EXPECT_EQ(target->OnDragOver(5, 5, wxDragCopy), wxDragNone);
+    EXPECT_EQ(target->OnData(5, 5, wxDragCopy), wxDragNone);
+    EXPECT_EQ(swatch.getColor(), Rgb(0, 0, 1, 1));
+    EXPECT_EQ(log.calls(), Calls{});
+    swatch.Enable(true);
+    EXPECT_EQ(target->OnDragOver(5, 5, wxDragCopy), wxDragCopy);
 }
 
 TEST_F(Swatches, AClickOpensThePickerWhereTheLastOneClosed) {
@@ -138,12 +167,12 @@ TEST_F(Swatches, TheClipboardCarriesTheFormatAndHexText) {
     EXPECT_EQ(ColorPickerButton::clipboardColor(), color);
     {
         wxClipboardLocker locker;
-        wxTheClipboard->SetData(new wxTextDataObject("ff8000"));
+        wxTheClipboard->SetData(new wxTextDataObject(" #FF8000\n"));
     }
     EXPECT_EQ(ColorPickerButton::clipboardColor(), Rgb(1.f, 128 * Wx::Detail::kOne255th, 0.f, 1.f));
     {
         wxClipboardLocker locker;
-        wxTheClipboard->SetData(new wxTextDataObject("no colour here"));
+        wxTheClipboard->SetData(new wxTextDataObject("Dead end"));
     }
     EXPECT_EQ(ColorPickerButton::clipboardColor(), std::nullopt);
 }

@@ -171,6 +171,18 @@ TEST(ColorModel, HexTextReadsLikeAStreamAndWritesSixDigitsRoundedToEven) {
     EXPECT_EQ(toRgbBytes({0.5f, 1.2f, kNaN}), (RgbBytes{128, 255, 0}));
 }
 
+TEST(ColorModel, PastedTextIsAColourOnlyAsPeopleCopyOne) {
+    const Rgb orange(1.f, 128 * kOne255th, 0.f, 1.f);
+    for (const wchar_t* text : {L"#FF8000", L"FF8000", L"0xff8000", L"  #ff8000\n", L"0XFf8000"})
+        EXPECT_EQ(parsePastedColor(String(text)), orange) << String(text).toUtf8().data();
+    const Rgb short_(1.f, 136 * kOne255th, 0.f, 1.f);
+    for (const wchar_t* text : {L"#F80", L"f80", L" 0xF80 "})
+        EXPECT_EQ(parsePastedColor(String(text)), short_) << String(text).toUtf8().data();
+    for (const wchar_t* text : {L"Dead end", L"", L"#", L"0x", L"#FF80", L"FF8000 px", L"##FF8000",
+                                L"#FF80001", L"FF 80 00", L"#GG8000", L"0x#FF8000"})
+        EXPECT_EQ(parsePastedColor(String(text)), std::nullopt) << String(text).toUtf8().data();
+}
+
 TEST(ColorModel, SliderTracksAndPositionMaps) {
     const Rgb color(0.1f, 0.2f, 0.3f, 0.4f);
     const Hsv hsv = rgbToHsv(color);

@@ -95,9 +95,10 @@ TEST(GradientPoints, FoundAgainByColourAndPositionElseTheStopException) {
         "utility/colorgradient", 100);
 }
 
-TEST(GradientPainting, LanesClampAndTruncateAndColumnsRepeatDownTheStrip) {
-    const std::pair<float, int> lanes[] = {{-1.f, 0},  {kNaN, 0},   {0.5f, 127},
-                                           {1.f, 255}, {kInf, 255}, {0.999f, 254}};
+TEST(GradientPainting, LanesClampAndRoundToNearestEvenAndColumnsRepeatDownTheStrip) {
+    // 0.5 is 127.5 bytes: the tie goes to the even 128; 0.998 (254.49) rounds down.
+    const std::pair<float, int> lanes[] = {{-1.f, 0},   {kNaN, 0},     {0.5f, 128},  {1.f, 255},
+                                           {kInf, 255}, {0.999f, 255}, {0.998f, 254}};
     for (const auto& [lane, byte] : lanes)
         EXPECT_EQ(gradientByte(lane), byte) << lane;
 

@@ -239,6 +239,38 @@ Optional<Rgb> parseHexColor(const String& text) {
                static_cast<float>(number & 255) * kOne255th, 1.f);
 }
 
+Optional<Rgb> parsePastedColor(const String& text) {
+    std::wstring_view digits = text.view();
+    const auto blank = [](wchar_t c) {
+        return std::iswspace(static_cast<wint_t>(c)) != 0;
+    };
+    while (!digits.empty() && blank(digits.front()))
+        digits.remove_prefix(1);
+    while (!digits.empty() && blank(digits.back()))
+        digits.remove_suffix(1);
+    if (digits.starts_with(L'#'))
+        digits.remove_prefix(1);
+    else if (digits.starts_with(L"0x") || digits.starts_with(L"0X"))
+        digits.remove_prefix(2);
+    if (digits.size() != 6 && digits.size() != 3)
+        return {};
+    uint32 number = 0;
+    for (const wchar_t c : digits) {
+        const int value = c >= L'0' && c <= L'9'   ? c - L'0'
+                          : c >= L'a' && c <= L'f' ? c - L'a' + 10
+                          : c >= L'A' && c <= L'F' ? c - L'A' + 10
+                                                   : -1;
+        if (value < 0)
+            return {};
+        number = number * 16 + static_cast<uint32>(value);
+        if (digits.size() == 3)
+            number = number * 16 + static_cast<uint32>(value);
+    }
+    return Rgb(static_cast<float>((number >> 16) & 255) * kOne255th,
+               static_cast<float>((number >> 8) & 255) * kOne255th,
+               static_cast<float>(number & 255) * kOne255th, 1.f);
+}
+
 String formatHexColor(const Rgb& color) {
     static constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
     String text;

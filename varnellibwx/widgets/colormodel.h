@@ -73,6 +73,10 @@ VARNEL_LIBWX_EXPORT Rgb temperatureToRgb(float kelvin);
 /// red, green and blue, alpha 1. Text without a hex digit gives nothing; a number too large for
 /// the stream keeps the largest value it holds.
 VARNEL_LIBWX_EXPORT Optional<Rgb> parseHexColor(const String& text);
+/// A colour written as people copy one: six or three hex digits (three stand for doubled
+/// digits, F80 for FF8800), either case, after an optional "#" or "0x", with blanks around.
+/// Anything else ("Dead end", "#FF80", "FF8000 px") gives nothing.
+VARNEL_LIBWX_EXPORT Optional<Rgb> parsePastedColor(const String& text);
 /// Six upper-case hex digits of the 8-bit red, green and blue; no "#", no alpha.
 VARNEL_LIBWX_EXPORT String formatHexColor(const Rgb& color);
 

@@ -50,9 +50,16 @@ ColorPickerButtonDropTarget::ColorPickerButtonDropTarget(ColorPickerButton& butt
     SetDefaultAction(wxDragCopy);
 }
 
+wxDragResult ColorPickerButtonDropTarget::OnDragOver(wxCoord, wxCoord, wxDragResult proposed) {
+    return m_button.IsThisEnabled() ? proposed : wxDragNone;
+}
+
 wxDragResult ColorPickerButtonDropTarget::OnData(wxCoord, wxCoord, wxDragResult proposed) {
-    if (GetData())
-        m_button.receive(static_cast<RgbDataObject*>(GetDataObject())->color());
+    // A disabled swatch takes nothing, as it takes no paste; a refused drop answers "none" so
+    // that the source does not take its colour for delivered.
+    if (!m_button.IsThisEnabled() || !GetData())
+        return wxDragNone;
+    m_button.receive(static_cast<RgbDataObject*>(GetDataObject())->color());
     return proposed;
 }
 
@@ -144,6 +151,9 @@ void ColorPickerButton::paint(wxDC& dc, wxSize size) const {
     dc.DrawRectangle(wxPoint(0, 0), size);
     const RgbBytes fill = Detail::toRgbBytes(m_displayed);
     const wxColour colour(fill.r, fill.g, fill.b);
+    // A swatch of two pixels or less has only its outline: a negative size would draw flipped.
+    if (size.x <= 2 || size.y <= 2)
+        return;
     dc.SetPen(wxPen(colour));
     dc.SetBrush(wxBrush(colour));
     dc.DrawRectangle(1, 1, size.x - 2, size.y - 2);
@@ -232,7 +242,7 @@ Optional<Rgb> ColorPickerButton::clipboardColor() {
     if (wxTheClipboard->IsSupported(wxDF_UNICODETEXT)) {
         wxTextDataObject text;
         if (wxTheClipboard->GetData(text))
-            return Detail::parseHexColor(toVarnelString(text.GetText()));
+            return Detail::parsePastedColor(toVarnelString(text.GetText()));
     }
     return std::nullopt;
 }

@@ -19,7 +19,8 @@ class ColorPicker;
 /// inside), and exchanges colours by drag-and-drop with other swatches: pressing and leaving it
 /// with the button held starts a drag of its colour, and a colour dropped on it becomes its own.
 /// A right click offers "Copy" and "Paste" through the clipboard, in the drag's format and as
-/// hex text (plain hex text pastes too).
+/// hex text (text pastes when it is a colour as people copy one: see parsePastedColor; anything
+/// else leaves "Paste" disabled).
 ///
 /// The committed colour is what getColor answers; the displayed colour follows the open picker's
 /// live changes. The committed-change callback hears of a colour set for good (setColor with
@@ -105,11 +106,13 @@ private:
     Rgb m_color;
 };
 
-/// The swatch's drop target: takes a colour dropped on it; the proposed result ("copy" unless
-/// the drag says otherwise) is returned unchanged.
+/// The swatch's drop target: takes a colour dropped on an enabled swatch and answers the proposed
+/// result ("copy" unless the drag says otherwise); a disabled swatch, or data that is no colour,
+/// answers "none" and changes nothing.
 class VARNEL_LIBWX_EXPORT ColorPickerButtonDropTarget : public wxDropTarget {
 public:
     explicit ColorPickerButtonDropTarget(ColorPickerButton& button);
+    wxDragResult OnDragOver(wxCoord x, wxCoord y, wxDragResult proposed) override;
     wxDragResult OnData(wxCoord x, wxCoord y, wxDragResult proposed) override;
 
 private:

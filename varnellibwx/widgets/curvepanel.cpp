@@ -720,13 +720,6 @@ void CurvePanel::onCaptureLost(wxMouseCaptureLostEvent&) {
 
 namespace Detail {
 
-int truncToPixel(float value) {
-    if (std::isnan(value))
-        return 0;
-    constexpr float kLimit = 1e9f;
-    return static_cast<int>(std::clamp(value, -kLimit, kLimit));
-}
-
 float histogramColumn(const Histogram& histogram, const Stack<float>& cumulative,
                       HistogramType type, int column) {
     const Stack<uint64>& bins = histogram.bins();

@@ -9,6 +9,7 @@
 #include <varnellib/utility/histogram.h>
 #include <varnellibwx/export.h>
 #include <varnellibwx/guiskin.h>
+#include <varnellibwx/pixelmath.h>
 
 #include <wx/bitmap.h>
 #include <wx/panel.h>
@@ -237,10 +238,6 @@ private:
 };
 
 namespace Detail {
-
-/// A float pixel coordinate truncated toward zero into an int; out-of-range values saturate
-/// and NaN gives 0, so curve points far outside the plot stay drawable.
-VARNEL_LIBWX_EXPORT int truncToPixel(float value);
 
 /// The height of histogram column `column` as a share of the plot (0..1 for sane data): linear
 /// count / max, logarithmic ln(count + 1) / ln(max + 1), or the cumulative share. Missing bins

@@ -3,8 +3,8 @@
 #include <varnellib/base/stopexception.h>
 #include <varnellibwx/dpi.h>
 #include <varnellibwx/guiskin.h>
+#include <varnellibwx/pixelmath.h>
 #include <varnellibwx/widgets/colorpicker.h>
-#include <varnellibwx/widgets/curvepanel.h>
 
 #include <wx/dcbuffer.h>
 
@@ -67,9 +67,7 @@ int findGradientPoint(const ColorGradient& gradient, const ColorGradient::Point&
 }
 
 unsigned char gradientByte(float lane) {
-    if (!(lane > 0.f))
-        return 0;
-    return static_cast<unsigned char>(std::min(lane, 1.f) * 255.f);
+    return unitToByte(lane);
 }
 
 wxImage columnStrip(wxSize size, const Function<Rgb(int column)>& columnColor) {

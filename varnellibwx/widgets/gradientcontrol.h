@@ -50,7 +50,8 @@ gradientHitTest(const ColorGradient& gradient, const GradientGeometry& geometry,
 VARNEL_LIBWX_EXPORT int findGradientPoint(const ColorGradient& gradient,
                                           const ColorGradient::Point& point);
 
-/// One byte of a drawn colour lane: clamped to [0, 1] (NaN counts as 0), times 255, truncated.
+/// One byte of a drawn colour lane by the library's 8-bit rule: clamped to [0, 1] (NaN counts as
+/// 0), times 255, rounded to nearest with ties to even.
 VARNEL_LIBWX_EXPORT unsigned char gradientByte(float lane);
 
 /// A strip `size` big whose column i has the colour columnColor(i), every lane through

@@ -246,7 +246,9 @@ void Spinner::commitText() {
             Detail::clampSpinnerValue(m_value + m_residual, m_minValue, m_maxValue);
         setValue(restored, false);
         m_residual = restored - m_value;
-    } else if (*typed != m_value) {
+    } else if (*typed != m_value || m_placeholder) {
+        // A number typed over a placeholder (a cleared row) is always an edit, even the number
+        // the spinner held behind it.
         sendActivate(CUSTSPINNER_START_EDITING, true);
         setValue(*typed, true);
         sendActivate(CUSTSPINNER_END_EDITING, false);

@@ -42,6 +42,11 @@ void TextButton::show(const wxColour& colour) {
     Refresh(true);
 }
 
+void TextButton::setSkin(const GuiSkin& skin) {
+    setNormalColour(toWxColour(skin.link));
+    setHoverColour(toWxColour(skin.link));
+}
+
 void TextButton::setNormalColour(const wxColour& colour) {
     m_normalColour = colour;
     if (!m_visited && !m_hovered)

@@ -2,6 +2,7 @@
 
 #include <varnellib/base/function.h>
 #include <varnellibwx/export.h>
+#include <varnellibwx/guiskin.h>
 #include <varnellibwx/widgets/statictext.h>
 
 namespace Varnel::Wx {
@@ -11,7 +12,7 @@ namespace Varnel::Wx {
 /// over it (with the hand cursor), else the visited colour once the owner marked it visited,
 /// else the normal colour; clicking never marks it visited by itself. applySkinRecursive gives
 /// it the skin's link colour for normal and hover. Owned by its parent.
-class VARNEL_LIBWX_EXPORT TextButton : public StaticText {
+class VARNEL_LIBWX_EXPORT TextButton : public StaticText, public ISkinnable {
 public:
     /// A link: clicking opens `url` in the default browser.
     TextButton(wxWindow* parent, int id, const String& label, const String& url);
@@ -26,6 +27,8 @@ public:
     void setHoverColour(const wxColour& colour);
     void setVisitedColour(const wxColour& colour);
     void setVisited(bool visited);
+    /// The skin's link colour becomes the normal and the hover colour.
+    void setSkin(const GuiSkin& skin) override;
 
     bool isHovered() const { return m_hovered; }
 
