@@ -291,3 +291,44 @@ TEST_F(Pickers, TheInverseEyedropperEntersTheNormalisedInverse) {
     EXPECT_EQ(picker.getColor(), expected);
     EXPECT_EQ(log.calls(), Calls{"live"});
 }
+
+TEST_F(Pickers, EscapeDuringAnEyedropperPickEndsThePickAndLeavesThePickerOpen) {
+    // Pressed on the dropper, the pointer away over the picker, Escape: the pick ends, no colour,
+    // the picker stays open, modeless and modal alike.
+    const auto pickThenEscape = [&](ColorPicker& picker) {
+        EyeDropperButton& dropper = *picker.eyeDropper(false);
+        const wxPoint middle(dropper.GetClientSize().x / 2, dropper.GetClientSize().y / 2);
+        input.moveTo(dropper, middle);
+        pumpPending();
+        input.press(dropper, middle);
+        EXPECT_TRUE(pumpUntil([&] { return dropper.isPicking(); }));
+        input.moveTo(picker, wxPoint(40, 40));
+        input.key(WXK_ESCAPE);
+        EXPECT_TRUE(pumpUntil([&] { return !dropper.isPicking(); }));
+        input.release();
+        pumpPending();
+        EXPECT_TRUE(picker.IsShown());
+        EXPECT_EQ(picker.getColor(), kStart);
+    };
+    ColorPicker& modeless = open(ColorPicker::ColorFormat::Rgba);
+    pickThenEscape(modeless);
+    EXPECT_EQ(log.calls(), Calls{});
+    input.key(WXK_ESCAPE); // without a pick, Escape still cancels
+    EXPECT_TRUE(pumpUntil([&] { return !modeless.IsShown(); }));
+    modeless.Destroy();
+
+    log.clear();
+    auto* modal =
+        new ColorPicker(&parent(), String(L"Color Selector: Modal"), wxPoint(60, 60), kStart,
+                        ColorPicker::DialogType::Normal, ColorPicker::ColorFormat::Rgba);
+    bool stillOpen = false;
+    ModalDriver driver([&](wxDialog&) {
+        pickThenEscape(*modal);
+        stillOpen = modal->IsModal();
+        modal->button("Cancel")->doClick(wxPoint(5, 5));
+    });
+    modal->ShowModal();
+    EXPECT_EQ(driver.entered(), 1);
+    EXPECT_TRUE(stillOpen);
+    modal->Destroy();
+}
