@@ -108,9 +108,23 @@ TEST_F(ImageTools, ProbeStaysOnScreenLetsThePointerThroughAndHides) {
 
     input.key(WXK_ESCAPE);
     EXPECT_TRUE(pumpUntil([probe] { return !probe->IsShown(); }));
-    probe->show(values, corner);
-    view->Hide();
-    EXPECT_FALSE(probe->IsShown());
+    // It follows its host's visibility: the view or the frame hidden, the frame minimised.
+    wxTopLevelWindow& frame = *static_cast<wxTopLevelWindow*>(wxGetTopLevelParent(view));
+    const std::function<void()> hides[] = {
+        [&] { view->Hide(); },
+        [&] { frame.Hide(); },
+        [&] {
+            wxIconizeEvent minimised(frame.GetId(), true);
+            frame.HandleWindowEvent(minimised);
+        },
+    };
+    for (const auto& hideHost : hides) {
+        probe->show(values, corner);
+        hideHost();
+        EXPECT_FALSE(probe->IsShown()) << &hideHost - hides;
+        view->Show();
+        frame.Show();
+    }
 }
 
 TEST_F(ImageTools, TheProbeShowsWhatTheToolkitWritesForItsTexts) {

@@ -105,8 +105,12 @@ PixelProbe::PixelProbe(wxWindow* view, const GuiSkin& skin)
         paint(dc);
     });
     setInputTransparent(getWindowNativeHandle(this));
-    if (m_viewTop)
+    if (m_viewTop) {
         m_viewTop->Bind(wxEVT_CHAR_HOOK, &PixelProbe::onKey, this);
+        // A popup is no child of the frame to the window manager: minimised, the frame would
+        // leave it on screen.
+        m_viewTop->Bind(wxEVT_ICONIZE, &PixelProbe::onViewIconized, this);
+    }
     // Hidden with the view, or with any window around it (a page switched away, the frame).
     for (wxWindow* window = m_view; window; window = window->GetParent()) {
         window->Bind(wxEVT_SHOW, &PixelProbe::onViewShown, this);
@@ -117,8 +121,10 @@ PixelProbe::PixelProbe(wxWindow* view, const GuiSkin& skin)
 }
 
 PixelProbe::~PixelProbe() {
-    if (m_viewTop)
+    if (m_viewTop) {
         m_viewTop->Unbind(wxEVT_CHAR_HOOK, &PixelProbe::onKey, this);
+        m_viewTop->Unbind(wxEVT_ICONIZE, &PixelProbe::onViewIconized, this);
+    }
     for (wxWindow* window : m_watched)
         window->Unbind(wxEVT_SHOW, &PixelProbe::onViewShown, this);
 }
@@ -245,6 +251,12 @@ void PixelProbe::onKey(wxKeyEvent& event) {
         return;
     }
     event.Skip();
+}
+
+void PixelProbe::onViewIconized(wxIconizeEvent& event) {
+    event.Skip();
+    if (event.IsIconized())
+        hide();
 }
 
 void PixelProbe::onViewShown(wxShowEvent& event) {

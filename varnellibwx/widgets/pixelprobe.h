@@ -32,7 +32,8 @@ struct PixelProbeValues {
 /// it would leave the pointer's monitor (the nearest one when the pointer is on none), and
 /// always wholly on that monitor. It never takes the focus and lets the pointer through, so the
 /// view keeps its events. It hides on hide(), on Escape in the view's window, and when the view
-/// or any window around it is hidden. Made with the view as owner, it dies with it.
+/// or any window around it is hidden or its frame minimised (the host's next show() brings it
+/// back). Made with the view as owner, it dies with it.
 class VARNEL_LIBWX_EXPORT PixelProbe : public wxPopupWindow {
 public:
     static constexpr int kPointerOffset = 16;
@@ -69,6 +70,7 @@ private:
     /// Places `line`'s pieces from `at` and gives the width the line takes in its column.
     int placeLine(std::string_view line, wxPoint at);
     void onKey(wxKeyEvent& event);
+    void onViewIconized(wxIconizeEvent& event);
     void onViewShown(wxShowEvent& event);
 
     wxWindow* m_view;
