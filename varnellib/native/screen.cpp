@@ -101,9 +101,15 @@ bool readScreen(const Bucket& region, Store&& store) {
         {0, 0, gdk_window_get_width(rootWindow), gdk_window_get_height(rootWindow)});
     if (captured.isEmpty())
         return true;
+    // A screen resized a moment ago may be smaller than GDK knows yet: the request then fails
+    // with an X error, which untrapped ends the program. XGetImage waits for its answer, so the
+    // error has arrived when it returns (no further round trip to sync), and no image is the
+    // sign of it.
+    gdk_x11_display_error_trap_push(display);
     XImage* image =
         XGetImage(x, root, captured.x, captured.y, static_cast<unsigned>(captured.width),
                   static_cast<unsigned>(captured.height), AllPlanes, ZPixmap);
+    gdk_x11_display_error_trap_pop_ignored(display);
     if (!image)
         return false;
     const int redShift = lowestBit(image->red_mask), greenShift = lowestBit(image->green_mask),
@@ -165,8 +171,9 @@ Stack<RgbBytes> getScreenRegionBytes(const Bucket& region) {
     if (region.isEmpty() || !isScreenReadable())
         return bytes;
     bytes.resize(region.width * region.height);
-    readScreen(region,
-               [&](int x, int y, RgbBytes colour) { bytes[y * region.width + x] = colour; });
+    if (!readScreen(region,
+                    [&](int x, int y, RgbBytes colour) { bytes[y * region.width + x] = colour; }))
+        return {}; // not available, as where no screen can be read
     return bytes;
 }
 
@@ -177,9 +184,10 @@ BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
     if (result.isEmpty())
         return result;
     const auto& decode = srgbTable();
-    readScreen(region, [&](int x, int y, RgbBytes c) {
-        result(x, y) = Rgb(decode[c.r], decode[c.g], decode[c.b], 1.f);
-    });
+    if (!readScreen(region, [&](int x, int y, RgbBytes c) {
+            result(x, y) = Rgb(decode[c.r], decode[c.g], decode[c.b], 1.f);
+        }))
+        return {};
     return result;
 }
 

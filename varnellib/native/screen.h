@@ -20,12 +20,13 @@ VARNEL_LIB_EXPORT bool isScreenReadable();
 /// channel is decoded with the sRGB transfer curve of IEC 61966-2-1 (linear below 0.04045,
 /// a 2.4 power above), alpha 1. Pixels of the region that lie on no monitor come back as
 /// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row. Where the screen
-/// cannot be read (isScreenReadable), the answer is an empty bitmap: not available, never black.
+/// cannot be read (isScreenReadable), or the X server refuses the read (a screen resized under
+/// it), the answer is an empty bitmap: not available, never black.
 VARNEL_LIB_EXPORT BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region);
 
 /// The screen's pixels inside `region` as 8-bit red, green and blue, row by row from the top, read
 /// straight from the X server (never from a cached copy). Pixels on no monitor are black. Empty
-/// where the screen cannot be read.
+/// where the screen cannot be read or the read is refused.
 VARNEL_LIB_EXPORT Stack<RgbBytes> getScreenRegionBytes(const Bucket& region);
 
 /// What a widget draws of itself, by its own drawing code into an image of its size (never read
