@@ -147,6 +147,20 @@ TEST_F(TextWidgets, EntriesWearTheBorderedFrameAndShowDisabledValuesInTheSkin) {
     const wxImage logSeen = captureOnScreen(*log);
     EXPECT_EQ(pixelAt(logSeen, 0, 0), wxColour(54, 54, 54));
     EXPECT_EQ(pixelAt(logSeen, 199, 40), wxColour(54, 54, 54));
+    // Scrolled, it draws no frame across its top lines: the frame is around the box only.
+    for (int i = 0; i < 40; ++i)
+        log->AppendText("appended line\n");
+    ASSERT_TRUE(pumpUntil([&] {
+        const wxImage scrolled = captureOnScreen(*log);
+        return scrolled.IsOk() && pixelAt(scrolled, 0, 0) == wxColour(54, 54, 54);
+    }));
+    pumpPending();
+    const wxImage scrolled = captureOnScreen(*log);
+    int framed = 0;
+    for (int y = 2; y < 78; ++y)
+        framed += pixelAt(scrolled, 100, y) == wxColour(54, 54, 54) ||
+                  pixelAt(scrolled, 100, y) == wxColour(37, 37, 37);
+    EXPECT_EQ(framed, 0);
 
     // Disabled, the value is drawn in disabledText (110) from 3 pixels in.
     entry->Disable();

@@ -70,14 +70,20 @@ void setNativeEntryFrame(WindowHandle entry, RgbBytes outer, RgbBytes inner,
         return;
     // The inner ring is an inset shadow, so it sits inside the border without taking room from
     // the text; the theme's focus outline and gradients go, or they would draw over both rings.
-    char css[512];
+    // The rules name the widget's own node: a multi-line control's scrolled window has nodes
+    // of its own under the same style (the edges that show there is more to scroll), which a
+    // rule for every node framed as a band over the top lines once the text had scrolled.
+    const char* node = gtk_widget_class_get_css_name(GTK_WIDGET_GET_CLASS(gtkWidget));
+    if (!node)
+        node = "*";
+    char css[640];
     std::snprintf(css, sizeof css,
-                  "* { border: 1px solid rgb(%d,%d,%d); border-radius: 0; outline: none;"
+                  "%s { border: 1px solid rgb(%d,%d,%d); border-radius: 0; outline: none;"
                   " background-image: none; box-shadow: inset 0 0 0 1px rgb(%d,%d,%d); }"
-                  " *:focus { border-color: rgb(%d,%d,%d);"
+                  " %s:focus { border-color: rgb(%d,%d,%d);"
                   " box-shadow: inset 0 0 0 1px rgb(%d,%d,%d); }",
-                  outer.r, outer.g, outer.b, inner.r, inner.g, inner.b, outer.r, outer.g, outer.b,
-                  focusedInner.r, focusedInner.g, focusedInner.b);
+                  node, outer.r, outer.g, outer.b, inner.r, inner.g, inner.b, node, outer.r,
+                  outer.g, outer.b, focusedInner.r, focusedInner.g, focusedInner.b);
     GtkCssProvider* provider = gtk_css_provider_new();
     gtk_css_provider_load_from_data(provider, css, -1, nullptr);
     gtk_style_context_add_provider(gtk_widget_get_style_context(gtkWidget),
