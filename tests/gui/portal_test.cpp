@@ -60,6 +60,7 @@ protected:
     void SetUp() override {
         GuiTest::SetUp();
         Varnel::Detail::setScreenAccessOverride(ScreenAccess::Portal);
+        Varnel::Detail::forgetColorPortalAnswer(); // each test starts its own portal, or none
     }
     void TearDown() override {
         stopPortal();
@@ -110,7 +111,15 @@ TEST_F(Portal, TheDesktopsColourArrivesLinearAndEveryOtherAnswerEndsThePickEmpty
     startPortal();
     EyeDropperButton& dropper = makeDropper();
     ASSERT_TRUE(dropper.picksThroughPortal());
+    ASSERT_TRUE(pumpUntil(isColorPortalAvailable));
     ASSERT_TRUE(dropper.canPick());
+    // Asked once for the whole process, however many buttons there are.
+    auto* picker = new ColorPicker(&parent(), String(L"Color Selector: Portal"), wxPoint(60, 60),
+                                   Rgb(0.2f, 0.3f, 0.4f, 1.f), ColorPicker::DialogType::Normal,
+                                   ColorPicker::ColorFormat::Rgb);
+    EXPECT_TRUE(picker->eyeDropper(true)->canPick());
+    EXPECT_EQ(tellPortal("Asked"), "1");
+    picker->Destroy();
     struct Row {
         const char* mode;
         std::optional<Rgb> expected;
@@ -176,7 +185,7 @@ TEST_F(Portal, APickWithoutAnswerEndsOnEscapeAndALateAnswerIsIgnored) {
 
 TEST_F(Portal, WithoutAPortalTheEyedropperSaysWhyAndThePickerAveragesNothing) {
     EyeDropperButton& dropper = makeDropper();
-    EXPECT_FALSE(dropper.canPick());
+    ASSERT_TRUE(pumpUntil([&] { return !dropper.canPick(); }));
     ASSERT_TRUE(dropper.tooltip() && !dropper.tooltip()->lines().isEmpty());
     EXPECT_EQ(toWxString(dropper.tooltip()->lines()[0]).BeforeFirst(' '), "Picking");
     input.click(dropper, wxPoint(5, 5));

@@ -10,7 +10,8 @@ request through org.varnel.TestPortal.SetNext:
   "nan"          a NaN component   "twice R G B"  two answers   "never"    no answer
 
 and can answer the last request late with TestPortal.Answer(mode). TestPortal.Stats gives the
-last parent window handle and how many requests were closed by their callers.
+last parent window handle and how many requests were closed by their callers; TestPortal.Asked
+how many times the interface's version was read.
 """
 import math
 
@@ -30,6 +31,7 @@ PORTAL_XML = """
     <method name="SetNext"><arg type="s" name="mode" direction="in"/></method>
     <method name="Answer"><arg type="s" name="mode" direction="in"/></method>
     <method name="Stats"><arg type="s" name="stats" direction="out"/></method>
+    <method name="Asked"><arg type="s" name="count" direction="out"/></method>
   </interface>
 </node>"""
 
@@ -42,7 +44,7 @@ REQUEST_XML = """
 
 portal = Gio.DBusNodeInfo.new_for_xml(PORTAL_XML)
 request = Gio.DBusNodeInfo.new_for_xml(REQUEST_XML)
-state = {"next": "never", "last": None, "parent": "", "closed": 0}
+state = {"next": "never", "last": None, "parent": "", "closed": 0, "asked": 0}
 
 
 def respond(connection, path, mode):
@@ -94,12 +96,15 @@ def on_portal_call(connection, sender, path, interface, method, parameters, invo
         if state["last"]:
             respond(connection, state["last"], parameters.unpack()[0])
         invocation.return_value(None)
+    elif method == "Asked":
+        invocation.return_value(GLib.Variant("(s)", (str(state["asked"]),)))
     elif method == "Stats":
         invocation.return_value(
             GLib.Variant("(s)", ("%s %d" % (state["parent"], state["closed"]),)))
 
 
 def on_get_property(connection, sender, path, interface, name):
+    state["asked"] += 1
     return GLib.Variant("u", 2)
 
 

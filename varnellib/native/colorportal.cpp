@@ -14,6 +14,8 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Varnel {
 
@@ -25,6 +27,30 @@ constexpr const char* kScreenshot = "org.freedesktop.portal.Screenshot";
 constexpr const char* kRequest = "org.freedesktop.portal.Request";
 
 std::atomic<int> gOverride{-1};
+int gExportedHandles = 0;
+
+// The one question of the process: whether a portal can pick colours. Main thread only.
+struct PortalQuestion {
+    enum class Stage { NotAsked, Asking, Known } stage = Stage::NotAsked;
+    bool available = false;
+    unsigned generation = 0; // bumped when the answer is forgotten: late replies are dropped
+    std::vector<Function<void(bool)>> waiting;
+};
+
+PortalQuestion& portalQuestion() {
+    static PortalQuestion question;
+    return question;
+}
+
+void answerPortalQuestion(bool available) {
+    PortalQuestion& question = portalQuestion();
+    question.stage = PortalQuestion::Stage::Known;
+    question.available = available;
+    // A callback may ask again (a button made from another's callback): it is answered at once.
+    const std::vector<Function<void(bool)>> waiting = std::exchange(question.waiting, {});
+    for (const Function<void(bool)>& onKnown : waiting)
+        onKnown(available);
+}
 
 GDBusConnection* sessionBus() {
     // The process's shared connection: made once, kept for the process's life.
@@ -41,8 +67,24 @@ struct ColorPortalRequest::State {
     std::string path;  // the request object the answer comes from
     bool done = false; // answered, failed or given up: nothing more is delivered
     bool closing = false;
+    GdkWindow* exported = nullptr; // a Wayland window whose handle the portal was given
 
-    ~State() { g_object_unref(cancellable); }
+    ~State() {
+        releaseHandle();
+        g_object_unref(cancellable);
+    }
+
+    // The compositor keeps an exported handle until it is released: once per request.
+    void releaseHandle() {
+#ifdef GDK_WINDOWING_WAYLAND
+        if (exported) {
+            gdk_wayland_window_unexport_handle(exported);
+            g_object_unref(exported);
+            --gExportedHandles;
+        }
+#endif
+        exported = nullptr;
+    }
 
     void unsubscribe() {
         if (subscription)
@@ -54,6 +96,7 @@ struct ColorPortalRequest::State {
             return;
         done = true;
         unsubscribe();
+        releaseHandle();
         const Function<void(const Answer&)> call = onAnswer; // may destroy the request
         call(answer);
     }
@@ -149,8 +192,16 @@ void callPickColor(const std::shared_ptr<State>& state, const std::string& paren
 }
 
 #ifdef GDK_WINDOWING_WAYLAND
-void onExported(GdkWindow*, const char* handle, gpointer data) {
-    callPickColor(*static_cast<std::shared_ptr<State>*>(data), std::string("wayland:") + handle);
+void onExported(GdkWindow* window, const char* handle, gpointer data) {
+    const std::shared_ptr<State>& state = *static_cast<std::shared_ptr<State>*>(data);
+    // Ended before the compositor answered: the handle goes back at once.
+    if (state->done) {
+        gdk_wayland_window_unexport_handle(window);
+        return;
+    }
+    state->exported = GDK_WINDOW(g_object_ref(window));
+    ++gExportedHandles;
+    callPickColor(state, std::string("wayland:") + handle);
 }
 #endif
 
@@ -167,24 +218,54 @@ ScreenAccess screenAccess() {
     return ScreenAccess::Portal;
 }
 
-bool isColorPortalAvailable() {
+namespace {
+
+// The version of the Screenshot interface, 2 or later, means a portal that picks colours.
+void onPortalVersion(GObject* source, GAsyncResult* result, gpointer data) {
+    const auto generation = static_cast<unsigned>(GPOINTER_TO_UINT(data));
+    GVariant* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
+    bool picks = false;
+    if (reply) {
+        GVariant* boxed = nullptr;
+        g_variant_get(reply, "(v)", &boxed);
+        picks =
+            g_variant_is_of_type(boxed, G_VARIANT_TYPE_UINT32) && g_variant_get_uint32(boxed) >= 2;
+        g_variant_unref(boxed);
+        g_variant_unref(reply);
+    }
+    if (generation == portalQuestion().generation)
+        answerPortalQuestion(picks);
+}
+
+} // namespace
+
+void askColorPortal(Function<void(bool available)> onKnown) {
+    PortalQuestion& question = portalQuestion();
+    if (question.stage == PortalQuestion::Stage::Known) {
+        onKnown(question.available);
+        return;
+    }
+    question.waiting.push_back(std::move(onKnown));
+    if (question.stage == PortalQuestion::Stage::Asking)
+        return;
     GDBusConnection* bus = sessionBus();
-    if (!bus)
-        return false;
+    if (!bus) {
+        answerPortalQuestion(false);
+        return;
+    }
+    question.stage = PortalQuestion::Stage::Asking;
     // Asking for the interface's version starts a portal that is activatable but not running.
-    GVariant* reply = g_dbus_connection_call_sync(
-        bus, kPortal, kPortalPath, "org.freedesktop.DBus.Properties", "Get",
-        g_variant_new("(ss)", kScreenshot, "version"), G_VARIANT_TYPE("(v)"),
-        G_DBUS_CALL_FLAGS_NONE, 1000, nullptr, nullptr);
-    if (!reply)
-        return false;
-    GVariant* boxed = nullptr;
-    g_variant_get(reply, "(v)", &boxed);
-    const bool picks =
-        g_variant_is_of_type(boxed, G_VARIANT_TYPE_UINT32) && g_variant_get_uint32(boxed) >= 2;
-    g_variant_unref(boxed);
-    g_variant_unref(reply);
-    return picks;
+    g_dbus_connection_call(bus, kPortal, kPortalPath, "org.freedesktop.DBus.Properties", "Get",
+                           g_variant_new("(ss)", kScreenshot, "version"), G_VARIANT_TYPE("(v)"),
+                           G_DBUS_CALL_FLAGS_NONE, 1000, nullptr, &onPortalVersion,
+                           GUINT_TO_POINTER(question.generation));
+}
+
+bool isColorPortalAvailable() {
+    const PortalQuestion& question = portalQuestion();
+    if (question.stage == PortalQuestion::Stage::NotAsked)
+        askColorPortal({});
+    return question.stage == PortalQuestion::Stage::Known && question.available;
 }
 
 ColorPortalRequest::ColorPortalRequest(WindowHandle parent, Function<void(const Answer&)> onAnswer)
@@ -231,6 +312,7 @@ ColorPortalRequest::~ColorPortalRequest() {
     const bool pending = !state.done && !state.path.empty();
     state.done = true;
     state.unsubscribe();
+    state.releaseHandle();
     g_cancellable_cancel(state.cancellable);
     // The compositor's picker goes away with the request.
     if (pending)
@@ -243,6 +325,17 @@ namespace Detail {
 
 void setScreenAccessOverride(Optional<ScreenAccess> access) {
     gOverride.store(access ? static_cast<int>(*access) : -1);
+}
+
+void forgetColorPortalAnswer() {
+    PortalQuestion& question = portalQuestion();
+    question.stage = PortalQuestion::Stage::NotAsked;
+    question.waiting.clear();
+    ++question.generation;
+}
+
+int exportedWindowHandles() {
+    return gExportedHandles;
 }
 
 } // namespace Detail

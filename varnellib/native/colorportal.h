@@ -19,7 +19,12 @@ enum class ScreenAccess : int { Direct = 0, Portal = 1 };
 VARNEL_LIB_EXPORT ScreenAccess screenAccess();
 
 /// Whether the session bus has a desktop portal whose Screenshot interface can pick colours
-/// (version 2 or later). Asked anew each time, with a deadline of one second.
+/// (version 2 or later). Asked once per process, without blocking: `onKnown` runs at once when
+/// the answer is known, otherwise from the toolkit's loop when it comes (within a second: a
+/// portal that does not answer by then counts as none). Main thread only.
+VARNEL_LIB_EXPORT void askColorPortal(Function<void(bool available)> onKnown);
+
+/// The answer as far as it is known: false until askColorPortal's question has been answered.
 VARNEL_LIB_EXPORT bool isColorPortalAvailable();
 
 /// One request to the portal's PickColor: made at construction, over `parent`'s window. The
@@ -48,6 +53,14 @@ namespace Detail {
 /// Makes screenAccess answer `access` whatever the display (tests reach the portal path on an X
 /// display through it); nothing restores the display's own answer.
 VARNEL_LIB_EXPORT void setScreenAccessOverride(Optional<ScreenAccess> access);
+
+/// Forgets the portal's answer so that the next askColorPortal asks again (tests start and stop
+/// a portal within one process); an answer still on its way is dropped.
+VARNEL_LIB_EXPORT void forgetColorPortalAnswer();
+
+/// How many exported window handles are not yet released (tests check that every request gives
+/// its handle back).
+VARNEL_LIB_EXPORT int exportedWindowHandles();
 
 } // namespace Detail
 } // namespace Varnel

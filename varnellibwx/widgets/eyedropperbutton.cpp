@@ -65,10 +65,26 @@ EyeDropperButton::EyeDropperButton(wxWindow* parent, int id, const wxBitmap& ico
     Bind(wxEVT_CHAR_HOOK, &EyeDropperButton::onKeyDown, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &EyeDropperButton::onCaptureLost, this);
     m_portal = screenAccess() == ScreenAccess::Portal;
-    m_unavailable = m_portal && !isColorPortalAvailable();
-    if (m_unavailable) // looks disabled, yet still shows why when the pointer rests on it
-        m_state.set(RawaBorderState::Enabled, false);
-    setTooltip(m_unavailable ? String(kNoPortalHelp) : help);
+    setTooltip(help);
+    // The portal is asked once per process and answers later: until then the button can pick
+    // (a pick without a portal only ends empty), and it changes its look when the answer comes.
+    if (m_portal) {
+        const wxWeakRef<EyeDropperButton> self(this);
+        askColorPortal([self](bool available) {
+            if (EyeDropperButton* button = self.get(); button && !available)
+                button->showUnavailable();
+        });
+    }
+}
+
+void EyeDropperButton::showUnavailable() {
+    if (m_unavailable)
+        return;
+    m_unavailable = true;
+    // Looks disabled, yet still shows why when the pointer rests on it.
+    m_state.set(RawaBorderState::Enabled, false);
+    setTooltip(String(kNoPortalHelp));
+    Refresh(false);
 }
 
 EyeDropperButton::~EyeDropperButton() {

@@ -42,7 +42,8 @@ namespace Varnel::Wx {
 /// answer, Escape, a right press or the window closing end the pick without a colour, and a late
 /// answer is ignored.
 /// There is no sampling while the pointer moves and no averaging. Without a portal the button
-/// looks disabled, takes no presses and its tooltip says why (kNoPortalHelp).
+/// looks disabled, takes no presses and its tooltip says why (kNoPortalHelp): the portal is asked
+/// once per process without blocking (askColorPortal), and the button changes when it answers.
 class VARNEL_LIBWX_EXPORT EyeDropperButton : public RawaBorder, public TooltipWindow {
 public:
     /// `icon` is the idle face (EyeDropperButton::icon gives the library's); `help` the tooltip.
@@ -98,6 +99,8 @@ private:
     void onWindowKey(wxKeyEvent& event);
     void onWindowShown(wxShowEvent& event);
     void stopWatchingKeys();
+    /// No portal answered: the button looks disabled and its tooltip says why.
+    void showUnavailable();
     void endPick();
     void onLeftDown(wxMouseEvent& event);
     void onMotion(wxMouseEvent& event);
