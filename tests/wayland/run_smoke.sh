@@ -1,14 +1,13 @@
 #!/usr/bin/env bash
-# The library on a Wayland display: Weston on a private runtime folder, the gallery's paint check
-# with GDK's Wayland backend and no X display at all (an X11 call would fail), and the compositor
-# stopped again. Usage: run_smoke.sh GALLERY
+# The library on a Wayland display: Weston on a private runtime folder, a program (the gallery's
+# paint check, a test) with GDK's Wayland backend and no X display at all (an X11 call would
+# fail), and the compositor stopped again. Usage: run_smoke.sh COMMAND [ARGUMENTS...]
 #
 # Weston's headless backend has no seat (no pointer, no keyboard), and wxWidgets' modal dialogs
 # take the pointer when they open: without a seat the toolkit itself crashes there. So the
 # compositor runs on a virtual X screen through its X11 backend, which gives it a seat; the
 # program under test speaks only Wayland to it.
 set -euo pipefail
-gallery=$1
 runtime=$(mktemp -d)
 chmod 700 "$runtime"
 weston_pid=""
@@ -35,4 +34,4 @@ done
 [ -S "$runtime/varnel-smoke" ] || { echo "weston did not start"; cat "$runtime/weston.log"; exit 1; }
 
 env -u DISPLAY XDG_RUNTIME_DIR="$runtime" WAYLAND_DISPLAY=varnel-smoke GDK_BACKEND=wayland \
-    NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory "$gallery" --paint-check
+    NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory "$@"
