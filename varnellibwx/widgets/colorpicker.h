@@ -91,9 +91,10 @@ public:
 
     /// Builds the dialog at `position` with the foreground (218, 218, 193), applies the space and
     /// then the range from the accessor, shows `color` as the reference colour and sets it.
-    /// DialogType 1 keeps the dialog above its parent.
+    /// DialogType 1 keeps the dialog above its parent. Without the last two: a normal dialog of
+    /// an opaque colour (format 0).
     ColorPicker(wxWindow* parent, const String& title, wxPoint position, const Rgb& color,
-                DialogType type, ColorFormat format);
+                DialogType type = DialogType::Normal, ColorFormat format = ColorFormat::Rgb);
     ~ColorPicker() override;
 
     /// Sets the colour (alpha 1 unless the format is 1) and brings every control in line; reports

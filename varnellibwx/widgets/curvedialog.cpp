@@ -35,6 +35,35 @@ WindowHandle handleOf(wxWindow* window) {
 
 } // namespace
 
+Histogram CurveDialogCallbacksBase::getHistogram(std::pair<float, float> range,
+                                                CurveChannel channel, int binCount) {
+    return m_panel.getHistogram(range, channel, binCount);
+}
+
+Optional<int> CurveDialogCallbacksBase::getHistogramRefreshInterval() {
+    return m_panel.getHistogramRefreshInterval();
+}
+
+Optional<Rgb> CurveDialogCallbacksBase::getColorAt(Pixel pixel) {
+    return m_panel.getColorAt(pixel);
+}
+
+void CurveDialogCallbacksBase::onCurveChanged(CurveChannel, const Curve&) {}
+
+int CurveDialogCallbacksBase::getChangeNotificationDelay() {
+    return m_panel.getChangeNotificationDelay();
+}
+
+wxPoint CurveDialogCallbacksBase::getInitialPosition(wxWindow*) {
+    return wxDefaultPosition;
+}
+
+void CurveDialogCallbacksBase::storePosition(wxPoint) {}
+
+void CurveDialogCallbacksBase::onWindowOpened(wxWindow*) {}
+
+void CurveDialogCallbacksBase::onWindowClosed(wxWindow*) {}
+
 CurveDialog::CurveDialog(wxWindow* parent, const GuiSkin& skin, const String& title,
                          const ColorCurve& curves, SharedPtr<ICurveDialogCallbacks> callbacks)
     : wxFrame(parent, wxIdManager::ReserveId(), toWxString(title), wxDefaultPosition, wxDefaultSize,

@@ -77,6 +77,26 @@ public:
     virtual void onWindowClosed(wxWindow* window) = 0;
 };
 
+/// ICurveDialogCallbacks with neutral answers, for a host that writes only what it uses: those of
+/// CurvePanelCallbacksBase, the toolkit's default place for the dialog, no position stored,
+/// windows opened and closed unheard. A host usually overrides onCurveChanged.
+class VARNEL_LIBWX_EXPORT CurveDialogCallbacksBase : public ICurveDialogCallbacks {
+public:
+    Histogram getHistogram(std::pair<float, float> range, CurveChannel channel,
+                           int binCount) override;
+    Optional<int> getHistogramRefreshInterval() override;
+    Optional<Rgb> getColorAt(Pixel pixel) override;
+    void onCurveChanged(CurveChannel channel, const Curve& curve) override;
+    int getChangeNotificationDelay() override;
+    wxPoint getInitialPosition(wxWindow* dialog) override;
+    void storePosition(wxPoint position) override;
+    void onWindowOpened(wxWindow* window) override;
+    void onWindowClosed(wxWindow* window) override;
+
+private:
+    CurvePanelCallbacksBase m_panel; // the panel's neutral answers, written once
+};
+
 /// A floating, resizable tool window around a CurvePanel: the channel choice with "Reset" and
 /// "Reset All", the histogram choice with "Equalize", the interpolation choice, "Load" and
 /// "Save" of Photoshop curve files, and the "Pick" toggle with which the user edits the selected

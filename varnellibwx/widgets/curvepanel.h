@@ -45,6 +45,18 @@ public:
     virtual int getChangeNotificationDelay() = 0;
 };
 
+/// ICurvePanelCallbacks with neutral answers, for a host that writes only what it uses: no
+/// histogram, no refreshing, no colour at a pixel, edits reported at once and heard by nobody.
+class VARNEL_LIBWX_EXPORT CurvePanelCallbacksBase : public ICurvePanelCallbacks {
+public:
+    Histogram getHistogram(std::pair<float, float> range, CurveChannel channel,
+                           int binCount) override;
+    Optional<int> getHistogramRefreshInterval() override;
+    Optional<Rgb> getColorAt(Pixel pixel) override;
+    void onCurveChanged(CurveChannel channel, const Curve& curve) override;
+    int getChangeNotificationDelay() override;
+};
+
 /// Lets an owner drive the selected curve from its image view: a press on the image picks the
 /// colour there and adds (or grabs) the control point at that value; moving moves the point
 /// vertically. It must not outlive its panel.

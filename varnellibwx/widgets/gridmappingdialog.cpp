@@ -51,6 +51,17 @@ GridMappingDialogCallbacks::~GridMappingDialogCallbacks() = default;
 
 void GridMappingDialogCallbacks::onDialogClosed(int, const GridMapping&) {}
 
+void GridMappingDialogCallbacksBase::onMappingChanged(const GridMapping&) {}
+
+float GridMappingDialogCallbacksBase::computeAutoScale() {
+    return 0.f; // not a scale: the dialog keeps its own
+}
+
+Rgb GridMappingDialogCallbacksBase::getPreviewColor(float value, float inputScale) {
+    const float grey = value * inputScale;
+    return Rgb(grey, grey, grey, 1.f);
+}
+
 // ---- The preview strip -------------------------------------------------------------------------
 
 CustomGradient::CustomGradient(wxWindow* parent, wxSize size, Function<Rgb(float)> colorAt)

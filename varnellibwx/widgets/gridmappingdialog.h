@@ -52,6 +52,16 @@ public:
     virtual void onDialogClosed(int result, const GridMapping& edited);
 };
 
+/// GridMappingDialogCallbacks with neutral answers, for a host that writes only what it uses:
+/// changes heard by nobody, no automatic scale (the scale stays), and a preview of the value
+/// itself as a grey (`value` times `inputScale`, as a plain ramp would map it).
+class VARNEL_LIBWX_EXPORT GridMappingDialogCallbacksBase : public GridMappingDialogCallbacks {
+public:
+    void onMappingChanged(const GridMapping& mapping) override;
+    float computeAutoScale() override;
+    Rgb getPreviewColor(float value, float inputScale) override;
+};
+
 /// A strip whose column i has the colour colorAt(i / (width - 1)), over the default skin's
 /// background. Owned by its parent.
 class VARNEL_LIBWX_EXPORT CustomGradient : public wxPanel {
