@@ -9,6 +9,7 @@
 #include <varnellibwx/widgets/button.h>
 #include <varnellibwx/widgets/combobox.h>
 #include <varnellibwx/widgets/curvedialog.h>
+#include <varnellibwx/widgets/dropdownbutton.h>
 #include <varnellibwx/widgets/statictext.h>
 
 #include <wx/filename.h>
@@ -385,4 +386,49 @@ TEST_F(CurveDialogs, ARunOfOneKeyAndAHostsSetCurvesAreOneStepEach) {
     EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Cubic);
     EXPECT_TRUE(dialog.redo());
     EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Linear);
+}
+
+TEST_F(CurveDialogs, TheInterpolationChoiceReportsACopyOfTheSelectedCurveAsOneStep) {
+    CurveDialog& dialog = open(sampleCurves());
+    dialog.channelChoice()->selectIndex(3, true); // blue, cubic
+    EXPECT_EQ(dialog.interpolationChoice()->getSelectedIndex(), Curve::Cubic);
+    log.clear();
+    dialog.interpolationChoice()->selectIndex(Curve::Linear, true);
+    const ColorCurve now = dialog.panel()->getCurrentCurves();
+    EXPECT_EQ(now[CurveChannel::Blue].interpolation(), Curve::Linear);
+    EXPECT_EQ(now[CurveChannel::Blue].points(), sampleCurves()[CurveChannel::Blue].points());
+    EXPECT_EQ(now[CurveChannel::Master], sampleCurves()[CurveChannel::Master]);
+    EXPECT_EQ(log.calls(), Calls{"changed 3"});
+    ASSERT_TRUE(dialog.undo());
+    EXPECT_EQ(dialog.panel()->getCurrentCurves(), sampleCurves());
+    EXPECT_FALSE(dialog.canUndo());
+}
+
+TEST_F(CurveDialogs, TheHistogramChoiceAndItsSwitchDriveThePanel) {
+    CurveDialog& dialog = open();
+    host->asked.clear();
+    dialog.histogramChoice()->selectIndex(1, true);
+    EXPECT_EQ(dialog.panel()->histogramType(), HistogramType::Logarithmic);
+    EXPECT_EQ(host->asked.size(), 1u);
+    dialog.enableHistogramControls(false);
+    EXPECT_FALSE(dialog.histogramChoice()->IsEnabled());
+    EXPECT_FALSE(dialog.button("Equalize")->IsEnabled());
+    dialog.enableHistogramControls(true);
+    EXPECT_TRUE(dialog.histogramChoice()->IsEnabled());
+    EXPECT_TRUE(dialog.button("Equalize")->IsEnabled());
+}
+
+TEST_F(CurveDialogs, ResetAllRunsFromTheDropdownsMenu) {
+    CurveDialog& dialog = open(sampleCurves());
+    DropdownButton* dropdown = nullptr;
+    for (wxWindow* child : dialog.GetChildren())
+        dropdown = dropdown ? dropdown : dynamic_cast<DropdownButton*>(child);
+    ASSERT_NE(dropdown, nullptr);
+    input.press(*dropdown, wxPoint(10, 10));
+    ASSERT_TRUE(pumpUntil([&] { return dropdown->isPopupShown(); }));
+    input.moveTo(*dropdown->items()[0], wxPoint(10, 10));
+    input.release();
+    ASSERT_TRUE(pumpUntil([&] { return !dropdown->isPopupShown(); }));
+    EXPECT_TRUE(dialog.panel()->getCurrentCurves().isIdentity());
+    EXPECT_EQ(log.calls(), (Calls{"changed 0", "changed 1", "changed 2", "changed 3"}));
 }

@@ -304,7 +304,7 @@ TEST_F(GridMappings, InterpolationIsOneReportAndTheScaleRepaintsThePreview) {
     };
     type("0.5");
     EXPECT_EQ(host->reports.back().inputScale, 0.5f);
-    EXPECT_EQ(previewRightEnd(dialog), 127);
+    EXPECT_EQ(previewRightEnd(dialog), 128); // 127.5 to the even 128
     type("scale");
     EXPECT_EQ(dialog.getCurrentMapping().inputScale, 0.5f);
     // Below the digits a scale of 1 shows: the digits follow, and what shows is reported.
@@ -318,7 +318,7 @@ TEST_F(GridMappings, InterpolationIsOneReportAndTheScaleRepaintsThePreview) {
     input.click(*dialog.button("Auto-scale"), wxPoint(5, 5));
     EXPECT_EQ(host->reports.back().inputScale, 0.25f);
     EXPECT_EQ(field.GetValue(), "0.250"); // four significant digits
-    EXPECT_EQ(previewRightEnd(dialog), 63);
+    EXPECT_EQ(previewRightEnd(dialog), 64); // 63.75
     const std::size_t reports = host->reports.size();
     for (float answer : {0.f, -1.f, kNaN, kInf}) {
         host->autoScale = answer;
@@ -342,4 +342,31 @@ TEST_F(GridMappings, CancelRevertsTheHostAndOkKeepsTheEdits) {
         EXPECT_EQ(host->lastEdited, edited);
     }
     EXPECT_EQ(host->closed, (std::vector<int>{wxCANCEL, wxOK}));
+}
+
+TEST_F(GridMappings, EscapeAndTheCloseBoxCancelAndOkTakesACurveEditStillHeldBack) {
+    const std::function<void(GridMappingDialog&)> cancels[] = {
+        [&](GridMappingDialog&) { input.key(WXK_ESCAPE); },
+        [](GridMappingDialog& dialog) { dialog.Close(); }, // as the window frame's close box
+    };
+    for (const auto& cancel : cancels) {
+        GridMappingDialog& dialog = open();
+        dialog.inputScaleSpinner()->setValue(2.f, true);
+        const wxWeakRef<GridMappingDialog> alive(&dialog);
+        cancel(dialog);
+        ASSERT_TRUE(pumpUntil([&] { return !alive; })) << &cancel - cancels;
+        EXPECT_EQ(host->reports.back(), current) << "reverted, as Cancel reverts";
+        EXPECT_EQ(host->closed.back(), wxCANCEL);
+    }
+
+    GridMappingDialog& dialog = open();
+    dragCurve(dialog, 5);
+    const Curve edited = dialog.curvePanel()->getCurrentCurves()[CurveChannel::Master];
+    ASSERT_NE(edited, current.curve);
+    const wxWeakRef<GridMappingDialog> alive(&dialog);
+    input.click(*dialog.button("OK"), wxPoint(5, 5));
+    ASSERT_TRUE(pumpUntil([&] { return !alive; }));
+    EXPECT_EQ(host->closed.back(), wxOK);
+    EXPECT_EQ(host->reports.back().curve, edited);
+    EXPECT_EQ(host->lastEdited.curve, edited);
 }
