@@ -111,6 +111,25 @@ TEST_F(Gradients, DraggingPastANeighbourKeepsTheSamePointAndReportsOnRelease) {
     EXPECT_FALSE(control.HasCapture());
 }
 
+TEST_F(Gradients, LosingTheMouseMidDragEndsTheDragAsAReleaseWould) {
+    GradientControl& control = makeControl(gradientOf({{kRed, 0.f}, {kBlue, 1.f}}));
+    input.press(control, marker(0.f));
+    input.moveTo(control, wxPoint(80, 24));
+    ASSERT_TRUE(pumpUntil([&] { return control.getGradient().points()[0].position > 0.f; }));
+    // Another program takes the pointer: the toolkit has let go of it before telling the control.
+    control.ReleaseMouse();
+    wxMouseCaptureLostEvent lost(control.GetId());
+    lost.SetEventObject(&control);
+    control.GetEventHandler()->ProcessEvent(lost);
+    EXPECT_FALSE(control.grabbedPoint());
+    EXPECT_EQ(log.calls(), Calls{"change"});
+    const ColorGradient left = control.getGradient();
+    input.moveTo(control, wxPoint(140, 24));
+    input.release();
+    EXPECT_EQ(control.getGradient(), left);
+    EXPECT_EQ(log.calls(), Calls{"change"});
+}
+
 TEST_F(Gradients, RightClickErasesOnlyAHitPoint) {
     GradientControl& control = makeControl(gradientOf({{kRed, 0.f}, {kBlue, 1.f}}));
     input.click(control, wxPoint(100, 8), wxMOUSE_BTN_RIGHT);

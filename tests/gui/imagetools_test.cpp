@@ -7,6 +7,7 @@
 #include <varnellibwx/widgets/collapsiblepanel.h>
 #include <varnellibwx/widgets/imagesavesettingsdialog.h>
 #include <varnellibwx/widgets/pixelprobe.h>
+#include <varnellibwx/widgets/textcontrol.h>
 
 #include <wx/dc.h>
 #include <wx/display.h>
@@ -75,6 +76,28 @@ TEST_F(ImageTools, CollapsibleHeaderTogglesByMouseAndKeysAndGivesTheSpaceBack) {
     panel.callOnToggle([&panel](bool) { panel.Destroy(); });
     input.click(*panel.header(), wxPoint(4, 4));
     EXPECT_TRUE(log.calls().empty());
+}
+
+TEST_F(ImageTools, TabReachesTheCollapsibleHeaderAndLeavesIt) {
+    auto* before = new TextControl(&parent(), wxID_ANY, String(L"before"));
+    auto* panel = new CollapsiblePanel(&parent(), wxID_ANY, String(L"Details"), false);
+    auto* after = new TextControl(&parent(), wxID_ANY, String(L"after"));
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    for (wxWindow* window : {static_cast<wxWindow*>(before), static_cast<wxWindow*>(panel),
+                             static_cast<wxWindow*>(after)})
+        column->Add(window);
+    parent().SetSizer(column);
+    parent().Layout();
+    before->SetFocus();
+    ASSERT_TRUE(pumpUntil([&] { return before->HasFocus(); }));
+    input.key(WXK_TAB);
+    EXPECT_TRUE(pumpUntil([&] { return panel->header()->HasFocus(); }));
+    input.key(WXK_TAB);
+    EXPECT_TRUE(pumpUntil([&] { return after->HasFocus(); }));
+    input.key(WXK_TAB, wxMOD_SHIFT);
+    EXPECT_TRUE(pumpUntil([&] { return panel->header()->HasFocus(); }));
+    input.key(WXK_TAB, wxMOD_SHIFT);
+    EXPECT_TRUE(pumpUntil([&] { return before->HasFocus(); }));
 }
 
 TEST_F(ImageTools, ProbeStaysOnScreenLetsThePointerThroughAndHides) {
