@@ -332,3 +332,47 @@ TEST_F(Pickers, EscapeDuringAnEyedropperPickEndsThePickAndLeavesThePickerOpen) {
     EXPECT_TRUE(stillOpen);
     modal->Destroy();
 }
+
+TEST_F(Pickers, TheSliceAndTheWhitenessSliderDriveTheDialogByMouseAndKeys) {
+    ColorPicker& picker = open();
+    HwbSlice& slice = *picker.hwbSlice();
+    // The slice's left edge at mid height: hue 0, blackness a half, whiteness as it was.
+    const float whiteness = picker.pickerColor().hwb.w;
+    input.click(slice, wxPoint(0, slice.GetClientSize().y / 2));
+    EXPECT_EQ(picker.pickerColor().hwb.h, 0.f);
+    EXPECT_NEAR(picker.pickerColor().hwb.b, 0.5f, 0.01f);
+    EXPECT_EQ(picker.pickerColor().hwb.w, whiteness);
+    EXPECT_EQ(picker.row(Row::Hue)->spinner()->getValue(), 0.f);
+    EXPECT_EQ(live.size(), 1u);
+
+    // With the focus the keys step: one degree, a hundredth, ten hundredths.
+    const struct {
+        int key;
+        float hue, blackness;
+    } keys[] = {{WXK_RIGHT, 1.f, 0.f}, {WXK_DOWN, 0.f, 0.01f}, {WXK_PAGEUP, 0.f, -0.1f}};
+    for (const auto& [key, hue, blackness] : keys) {
+        const Wx::Detail::Hwb before = picker.pickerColor().hwb;
+        input.key(key);
+        EXPECT_NEAR(picker.pickerColor().hwb.h, before.h + hue, 1e-3f) << key;
+        EXPECT_NEAR(picker.pickerColor().hwb.b, before.b + blackness, 1e-4f) << key;
+    }
+    EXPECT_EQ(live.size(), 4u);
+
+    input.click(*picker.whitenessSlider(),
+                wxPoint(picker.whitenessSlider()->GetClientSize().x / 2, 7));
+    EXPECT_NEAR(picker.pickerColor().hwb.w, 0.5f, 0.02f);
+    EXPECT_EQ(picker.hexField()->field()->GetValue(),
+              toWxString(Wx::Detail::formatHexColor(picker.getColor())));
+    EXPECT_EQ(live.size(), 5u);
+}
+
+TEST_F(Pickers, ClosingByTheWindowFrameConfirms) {
+    ColorPicker& picker = open();
+    picker.setColor({0.1f, 0.2f, 0.3f, 1.f});
+    log.clear();
+    picker.Close(); // as the window frame's close box
+    EXPECT_EQ(log.calls(), (Calls{"live", "confirm", "closed"}));
+    EXPECT_EQ(live.back(), Rgb(0.1f, 0.2f, 0.3f, 1.f));
+    EXPECT_FALSE(picker.IsShown());
+    picker.Destroy();
+}

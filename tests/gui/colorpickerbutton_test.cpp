@@ -32,6 +32,35 @@ private:
     wxPoint m_at;
 };
 
+// Chooses from a popup menu of `owner` from inside the menu's own loop, once the menu has
+// opened: `downs` presses of Down, then Return (or Escape when `downs` is negative).
+class LaterMenuChoice : public wxTimer {
+public:
+    LaterMenuChoice(wxWindow& owner, int downs) : m_owner(owner), m_downs(downs) {
+        owner.Bind(wxEVT_MENU_OPEN, &LaterMenuChoice::onOpen, this);
+        Start(50);
+    }
+    ~LaterMenuChoice() override { m_owner.Unbind(wxEVT_MENU_OPEN, &LaterMenuChoice::onOpen, this); }
+    void onOpen(wxMenuEvent& event) {
+        event.Skip();
+        m_opened = true;
+    }
+    void Notify() override {
+        if (!m_opened)
+            return;
+        Stop();
+        wxUIActionSimulator simulator;
+        for (int i = 0; i < m_downs; ++i)
+            simulator.Char(WXK_DOWN);
+        simulator.Char(m_downs < 0 ? WXK_ESCAPE : WXK_RETURN);
+    }
+
+private:
+    wxWindow& m_owner;
+    int m_downs;
+    bool m_opened = false;
+};
+
 class Swatches : public GuiTest {
 protected:
     ColorPickerButton& make(const wchar_t* title, wxPoint at, const Rgb& color,
@@ -133,6 +162,35 @@ TEST_F(Swatches, AClickOpensThePickerWhereTheLastOneClosed) {
     EXPECT_EQ(openedAt[1], wxPoint(140, 90));
 }
 
+TEST_F(Swatches, CommittedComesBeforeLiveAndCancelOnlyRevertsTheLiveColour) {
+    ColorPickerButton& swatch = make(L"Base", {20, 20}, Rgb(0.5f, 0.5f, 0.5f, 1.f));
+    swatch.setColor(Rgb(0.1f, 0.2f, 0.3f, 1.f), true);
+    EXPECT_EQ(log.calls(), (Calls{"Base committed", "Base live"}));
+    const Rgb set(0.1f, 0.2f, 0.3f, 1.f);
+    struct Case {
+        const char* button;
+        Calls calls;
+        Rgb committed;
+    };
+    const Rgb edited(0.9f, 0.2f, 0.3f, 1.f);
+    const Case cases[] = {
+        {"Add color", {"Base committed"}, edited},
+        {"Cancel", {"Base live"}, set}, // the picker's revert to the colour it opened with
+    };
+    for (const Case& c : cases) {
+        swatch.setColor(set, false);
+        ModalDriver driver([&](wxDialog& dialog) {
+            auto& picker = dynamic_cast<ColorPicker&>(dialog);
+            picker.setColor(edited);
+            log.clear();
+            picker.button(c.button)->doClick(wxPoint(5, 5));
+        });
+        swatch.openPicker();
+        EXPECT_EQ(log.calls(), c.calls) << c.button;
+        EXPECT_EQ(swatch.getColor(), c.committed) << c.button;
+    }
+}
+
 TEST_F(Swatches, ADragCarriesTheColourExactlyAndNeverOpensThePicker) {
     const Rgb exact(1.5f, -0.25f, 0.123456789f, 0.3f);
     ColorPickerButton& source = make(L"source", {20, 20}, exact);
@@ -175,6 +233,27 @@ TEST_F(Swatches, TheClipboardCarriesTheFormatAndHexText) {
         wxTheClipboard->SetData(new wxTextDataObject("Dead end"));
     }
     EXPECT_EQ(ColorPickerButton::clipboardColor(), std::nullopt);
+}
+
+TEST_F(Swatches, TheRightClickMenuCopiesAndPastes) {
+    ColorPickerButton& source = make(L"source", {20, 20}, Rgb(0.25f, 0.5f, 2.f, 1.f));
+    ColorPickerButton& target = make(L"target", {200, 20}, Rgb(0.f, 0.f, 0.f, 1.f));
+    {
+        wxClipboardLocker locker;
+        wxTheClipboard->Clear();
+    }
+    // "Copy" is the first item, "Paste" the second.
+    const auto choose = [&](ColorPickerButton& swatch, int downs) {
+        LaterMenuChoice later(swatch, downs);
+        input.click(swatch, wxPoint(30, 15), wxMOUSE_BTN_RIGHT);
+        pumpPending();
+    };
+    choose(source, 1);
+    EXPECT_EQ(ColorPickerButton::clipboardColor(), Rgb(0.25f, 0.5f, 2.f, 1.f));
+    log.clear();
+    choose(target, 2);
+    EXPECT_EQ(target.getColor(), Rgb(0.25f, 0.5f, 2.f, 1.f));
+    EXPECT_EQ(log.calls(), (Calls{"target committed", "target live"}));
 }
 
 TEST_F(Swatches, TheFormatIsSixteenNativeBytesAndShortDataIsRefused) {

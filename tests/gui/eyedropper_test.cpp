@@ -129,3 +129,17 @@ TEST_F(EyeDropper, EscapeRightPressAndTeardownCancelWithoutAColour) {
     EXPECT_EQ(log.calls(), Calls{"started"});
     input.release();
 }
+
+TEST_F(EyeDropper, LosingTheMouseCaptureEndsThePickWithoutAColour) {
+    startPick();
+    input.moveTo(*target, wxPoint(30, 30));
+    // Another program takes the pointer: the toolkit has let go of it before telling the button.
+    button->ReleaseMouse();
+    wxMouseCaptureLostEvent lost(button->GetId());
+    lost.SetEventObject(button);
+    button->GetEventHandler()->ProcessEvent(lost);
+    EXPECT_FALSE(button->isPicking());
+    input.release();
+    EXPECT_EQ(log.calls(), (Calls{"started", "ended"}));
+    EXPECT_TRUE(pumpUntil([this] { return other->HasFocus(); }));
+}

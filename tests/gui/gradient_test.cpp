@@ -336,7 +336,7 @@ TEST_F(GridMappings, InterpolationIsOneReportAndTheScaleRepaintsThePreview) {
 
     input.click(*dialog.button("Auto-scale"), wxPoint(5, 5));
     EXPECT_EQ(host->reports.back().inputScale, 0.25f);
-    EXPECT_EQ(field.GetValue(), "0.250"); // four significant digits
+    EXPECT_EQ(field.GetValue(), "0.250");   // four significant digits
     EXPECT_EQ(previewRightEnd(dialog), 64); // 63.75
     const std::size_t reports = host->reports.size();
     for (float answer : {0.f, -1.f, kNaN, kInf}) {
