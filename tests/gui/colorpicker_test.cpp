@@ -103,22 +103,6 @@ TEST_F(Pickers, AHueDragMovesEveryOtherControlWithOneLiveChangePerMotion) {
     EXPECT_EQ(picker.referencePatch()->getColor(), Rgb(0.8f, 0.35f, 0.1f, 1.f));
 }
 
-TEST_F(Pickers, TheHsvFormKeepsTheHueThroughGreyAndBlack) {
-    ColorPicker& picker = open();
-    const Hsv start = picker.pickerColor().hsv;
-    for (const Row row : {Row::Sat, Row::Value}) {
-        input.click(slider(picker, row), wxPoint(0, 7));
-        EXPECT_EQ(row == Row::Sat ? picker.pickerColor().hsv.s : picker.pickerColor().hsv.v, 0.f);
-        input.click(slider(picker, row), wxPoint(97, 7));
-        const Hsv now = picker.pickerColor().hsv;
-        EXPECT_EQ(now.h, start.h);
-        if (row == Row::Value) {
-            EXPECT_EQ(now.s, 97.f / 195.f); // saturation survived black too
-        }
-    }
-    EXPECT_EQ(picker.hwbSlice()->getHue(), start.h);
-}
-
 TEST_F(Pickers, EveryOtherEditClearsTheTemperatureRowAndItsOwnSetsIt) {
     ColorPicker& picker = open(ColorPicker::ColorFormat::Rgba);
     ColorSliderWithSpinner& temperature = *picker.row(Row::Temperature);

@@ -70,17 +70,8 @@ TEST(EyeDropperModel, RadiusRowsAndTheSampledSquare) {
                                         {5, 3},  {10, 3}, {14, 3}, {15, 4}, {100, 4}};
     for (const auto& [radius, row] : rows)
         EXPECT_EQ(averagingChoiceFor(radius), row) << radius;
-    const wchar_t* labels[] = {L"Point Sample", L"3 by 3 Average", L"5 by 5 Average",
-                               L"11 by 11 Average", L"31 by 31 Average"};
-    const int radii[] = {0, 1, 2, 5, 15};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_STREQ(kAveragingChoices[i].label, labels[i]);
-        EXPECT_EQ(kAveragingChoices[i].radius, radii[i]);
-    }
     EXPECT_EQ(samplingRegion({100, 50}, 15), (Bucket{85, 35, 31, 31}));
     EXPECT_EQ(samplingRegion({-1, 7}, 0), (Bucket{-1, 7, 1, 1}));
-    EXPECT_EQ(eyeDropperFaceInset(RawaBorderState::Flat), 1);
-    EXPECT_EQ(eyeDropperFaceInset(RawaBorderState::Enabled), 2);
 }
 
 TEST(PickerColorModel, EachEntryPathKeepsItsOwnFormAndTheAlpha) {
