@@ -36,7 +36,7 @@ WindowHandle handleOf(wxWindow* window) {
 } // namespace
 
 Histogram CurveDialogCallbacksBase::getHistogram(std::pair<float, float> range,
-                                                CurveChannel channel, int binCount) {
+                                                 CurveChannel channel, int binCount) {
     return m_panel.getHistogram(range, channel, binCount);
 }
 
