@@ -11,11 +11,15 @@ namespace Varnel::Wx {
 wxImage captureScreenRect(const wxRect& screenRect) {
     if (screenRect.IsEmpty())
         return {};
+    const int scale = screenScale();
     const Stack<RgbBytes> pixels =
         getScreenRegionBytes({screenRect.x, screenRect.y, screenRect.width, screenRect.height});
     if (pixels.isEmpty())
         return {};
-    wxImage image(screenRect.width, screenRect.height, false);
+    wxImage image(screenRect.width * scale, screenRect.height * scale, false);
+    if (pixels.size() != image.GetWidth() * image.GetHeight())
+        return {}; // the scale changed between the two questions
+
     static_assert(sizeof(RgbBytes) == 3);
     std::memcpy(image.GetData(), pixels.data(), pixels.size() * sizeof(RgbBytes));
     return image;

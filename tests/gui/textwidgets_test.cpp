@@ -1,8 +1,11 @@
 // Text widgets, the check box and the radio button: what they show and what their owners receive.
 #include "guitest.h"
+#include <varnellib/native/process.h>
+#include <wx/dcclient.h>
 
 #include <varnellib/native/textmeasure.h>
 #include <varnellibwx/dpi.h>
+#include <varnellibwx/fonts.h>
 #include <varnellibwx/guiskin.h>
 #include <varnellibwx/stringconversion.h>
 #include <varnellibwx/widgets/checkbox.h>
@@ -312,4 +315,23 @@ TEST_F(TextWidgets, TabMovesTheFocusOnKeyUpOnlyAfterItsOwnKeyDown) {
     first->GetEventHandler()->ProcessEvent(down);
     first->GetEventHandler()->ProcessEvent(up);
     EXPECT_TRUE(pumpUntil([&] { return second->HasFocus(); }));
+}
+
+TEST_F(TextWidgets, TextKeepsItsPixelHeightAtAnyDesktopTextScaleUnlessTheHostAsks) {
+    // Run at the desktop's text scale too (the textscale test): the height stays, as the
+    // controls around the text are laid out for it.
+    const auto height = [&] {
+        auto* label = new StaticText(&parent(), wxID_ANY, String(L"Hxgj"));
+        wxClientDC dc(label);
+        dc.SetFont(label->GetFont());
+        return dc.GetTextExtent("Hxgj").y;
+    };
+    EXPECT_EQ(height(), 12) << "at a font resolution of " << Varnel::getFontResolution();
+    for (const double ignored : {0.0, -1.0, double(kNaN), double(kInf)}) {
+        setFontFactor(ignored);
+        EXPECT_EQ(fontFactor(), 1.0);
+    }
+    setFontFactor(1.5); // a host that follows the desktop's text scale
+    EXPECT_EQ(height(), 18);
+    setFontFactor(1.0);
 }

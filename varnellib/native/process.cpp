@@ -26,6 +26,12 @@ double getFontScale() {
     return xftDpi / static_cast<double>(kXftDpiUnit) / kStandardDpi;
 }
 
+double getFontResolution() {
+    GdkScreen* screen = gdk_screen_get_default();
+    const double resolution = screen ? gdk_screen_get_resolution(screen) : -1.0;
+    return resolution > 0.0 ? resolution : static_cast<double>(kStandardDpi);
+}
+
 namespace Lib {
 
 bool runSingleEventLoopIteration(bool noWait) {

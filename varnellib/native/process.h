@@ -13,6 +13,10 @@ VARNEL_LIB_EXPORT bool isMainThread();
 /// and 1.0 as well before GTK has a display to read it from.
 VARNEL_LIB_EXPORT double getFontScale();
 
+/// The resolution GTK draws text at, in dots per inch: 96 on a plain desktop, more with the
+/// desktop's text scale (its Xft DPI times GDK_DPI_SCALE). A point is this divided by 72 pixels.
+VARNEL_LIB_EXPORT double getFontResolution();
+
 namespace Lib {
 
 /// Runs one iteration of the GLib main context, which is the native event loop under wxGTK.

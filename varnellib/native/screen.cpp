@@ -5,10 +5,12 @@
 #include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <vector>
 
 namespace Varnel {
 
@@ -61,14 +63,16 @@ Bucket getScreenRegion(WindowHandle window) {
 
 namespace {
 
-// The part of `region` that some monitor shows, as rectangles (one a monitor); the rest of the
-// root window (between monitors of different sizes) shows nothing.
-Stack<Bucket> shownParts(GdkDisplay* display, const Bucket& region) {
+// The part of `region` (device pixels) that some monitor shows, as rectangles (one a monitor);
+// the rest of the root window (between monitors of different sizes) shows nothing. GDK gives
+// the monitors in logical pixels.
+Stack<Bucket> shownParts(GdkDisplay* display, const Bucket& region, int scale) {
     Stack<Bucket> parts;
     for (int m = 0; m < gdk_display_get_n_monitors(display); ++m) {
         GdkRectangle g;
         gdk_monitor_get_geometry(gdk_display_get_monitor(display, m), &g);
-        const Bucket shown = region.intersect({g.x, g.y, g.width, g.height});
+        const Bucket shown =
+            region.intersect({g.x * scale, g.y * scale, g.width * scale, g.height * scale});
         if (!shown.isEmpty())
             parts.push(shown);
     }
@@ -84,21 +88,30 @@ int lowestBit(unsigned long mask) {
     return shift;
 }
 
-// Reads the screen with XGetImage: one request for the whole captured rectangle. Reading through
-// a cairo surface of the root window instead returns stale pixels after the first read, because
-// cairo keeps a copy of a surface it believes nobody else draws on.
+GdkWindow* rootWindowOf(GdkDisplay* display) {
+    return gdk_screen_get_root_window(gdk_display_get_default_screen(display));
+}
+
+int displayScale(GdkDisplay* display) {
+    return std::max(gdk_window_get_scale_factor(rootWindowOf(display)), 1);
+}
+
+// Reads the screen under `region` (logical pixels) with XGetImage: one request for the whole
+// captured rectangle, in the device pixels the X server keeps (`scale` of them a logical pixel
+// each way). `store` gets each device pixel that a monitor shows, at its place from the region's
+// device origin. Reading through a cairo surface of the root window instead returns stale pixels
+// after the first read, because cairo keeps a copy of a surface it believes nobody else draws on.
 template <class Store>
-bool readScreen(const Bucket& region, Store&& store) {
-    GdkDisplay* display = gdk_display_get_default();
-    if (!display || !GDK_IS_X11_DISPLAY(display))
-        return false;
+bool readScreen(GdkDisplay* display, int scale, const Bucket& region, Store&& store) {
     Display* x = gdk_x11_display_get_xdisplay(display);
     const ::Window root = DefaultRootWindow(x);
+    const Bucket device{region.x * scale, region.y * scale, region.width * scale,
+                        region.height * scale};
     // The root window's size as GDK keeps it (it follows the root's configure events): asking the
     // server would cost a second round trip on every read, and an eyedropper reads on every motion.
-    GdkWindow* rootWindow = gdk_screen_get_root_window(gdk_display_get_default_screen(display));
-    const Bucket captured = region.intersect(
-        {0, 0, gdk_window_get_width(rootWindow), gdk_window_get_height(rootWindow)});
+    GdkWindow* rootWindow = rootWindowOf(display);
+    const Bucket captured = device.intersect({0, 0, gdk_window_get_width(rootWindow) * scale,
+                                              gdk_window_get_height(rootWindow) * scale});
     if (captured.isEmpty())
         return true;
     // A screen resized a moment ago may be smaller than GDK knows yet: the request then fails
@@ -114,11 +127,11 @@ bool readScreen(const Bucket& region, Store&& store) {
         return false;
     const int redShift = lowestBit(image->red_mask), greenShift = lowestBit(image->green_mask),
               blueShift = lowestBit(image->blue_mask);
-    for (const Bucket& shown : shownParts(display, captured)) {
+    for (const Bucket& shown : shownParts(display, captured, scale)) {
         for (int y = shown.y; y < shown.y + shown.height; ++y) {
             for (int xx = shown.x; xx < shown.x + shown.width; ++xx) {
                 const unsigned long p = XGetPixel(image, xx - captured.x, y - captured.y);
-                store(xx - region.x, y - region.y,
+                store(xx - device.x, y - device.y,
                       RgbBytes{static_cast<uint8>((p & image->red_mask) >> redShift),
                                static_cast<uint8>((p & image->green_mask) >> greenShift),
                                static_cast<uint8>((p & image->blue_mask) >> blueShift)});
@@ -127,6 +140,11 @@ bool readScreen(const Bucket& region, Store&& store) {
     }
     XDestroyImage(image);
     return true;
+}
+
+GdkDisplay* readableDisplay() {
+    GdkDisplay* display = gdk_display_get_default();
+    return display && GDK_IS_X11_DISPLAY(display) ? display : nullptr;
 }
 
 } // namespace
@@ -166,28 +184,68 @@ Stack<RgbBytes> drawWidget(WindowHandle window, int& width, int& height) {
     return pixels;
 }
 
+int screenScale() {
+    GdkDisplay* display = readableDisplay();
+    return display ? displayScale(display) : 1;
+}
+
 Stack<RgbBytes> getScreenRegionBytes(const Bucket& region) {
     Stack<RgbBytes> bytes;
-    if (region.isEmpty() || !isScreenReadable())
+    GdkDisplay* display = readableDisplay();
+    if (region.isEmpty() || !display)
         return bytes;
-    bytes.resize(region.width * region.height);
-    if (!readScreen(region,
-                    [&](int x, int y, RgbBytes colour) { bytes[y * region.width + x] = colour; }))
+    const int scale = displayScale(display);
+    const int width = region.width * scale;
+    bytes.resize(width * region.height * scale);
+    if (!readScreen(display, scale, region,
+                    [&](int x, int y, RgbBytes colour) { bytes[y * width + x] = colour; }))
         return {}; // not available, as where no screen can be read
     return bytes;
 }
 
 BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
-    if (!isScreenReadable())
+    GdkDisplay* display = readableDisplay();
+    if (!display)
         return {};
     BitmapImpl<Rgb> result(std::max(region.width, 0), std::max(region.height, 0));
     if (result.isEmpty())
         return result;
+    const int scale = displayScale(display);
+    if (scale == 1) {
+        const auto& decode = srgbTable();
+        if (!readScreen(display, 1, region, [&](int x, int y, RgbBytes c) {
+                result(x, y) = Rgb(decode[c.r], decode[c.g], decode[c.b], 1.f);
+            }))
+            return {};
+        return result;
+    }
+    // Each logical pixel is the mean of its scale x scale device pixels, summed in doubles so
+    // that a flat area gives its own colour back exactly; device pixels on no monitor count as
+    // (0, 0, 0, 0), so a partly shown pixel has the shown share as its alpha.
+    std::vector<std::array<double, 4>> sums(static_cast<std::size_t>(region.width) *
+                                            static_cast<std::size_t>(region.height));
     const auto& decode = srgbTable();
-    if (!readScreen(region, [&](int x, int y, RgbBytes c) {
-            result(x, y) = Rgb(decode[c.r], decode[c.g], decode[c.b], 1.f);
+    if (!readScreen(display, scale, region, [&](int x, int y, RgbBytes c) {
+            std::array<double, 4>& sum =
+                sums[static_cast<std::size_t>(y / scale) * static_cast<std::size_t>(region.width) +
+                     static_cast<std::size_t>(x / scale)];
+            sum[0] += decode[c.r];
+            sum[1] += decode[c.g];
+            sum[2] += decode[c.b];
+            sum[3] += 1.0;
         }))
         return {};
+    const double share = 1.0 / (scale * scale);
+    for (int y = 0; y < region.height; ++y)
+        for (int x = 0; x < region.width; ++x) {
+            const std::array<double, 4>& sum =
+                sums[static_cast<std::size_t>(y) * static_cast<std::size_t>(region.width) +
+                     static_cast<std::size_t>(x)];
+            result(x, y) = Rgb(static_cast<float>(sum[0] * share),
+                               static_cast<float>(sum[1] * share),
+                               static_cast<float>(sum[2] * share),
+                               static_cast<float>(sum[3] * share));
+        }
     return result;
 }
 

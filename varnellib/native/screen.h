@@ -16,17 +16,26 @@ VARNEL_LIB_EXPORT Bucket getScreenRegion(WindowHandle window);
 /// program read it (the desktop portal picks colours instead: colorportal.h).
 VARNEL_LIB_EXPORT bool isScreenReadable();
 
-/// The screen's pixels inside `region`, taken in one capture, as linear colours: each 8-bit
-/// channel is decoded with the sRGB transfer curve of IEC 61966-2-1 (linear below 0.04045,
-/// a 2.4 power above), alpha 1. Pixels of the region that lie on no monitor come back as
-/// (0, 0, 0, 0), so an alpha-weighted average ignores them. Row 0 is the top row. Where the screen
-/// cannot be read (isScreenReadable), or the X server refuses the read (a screen resized under
-/// it), the answer is an empty bitmap: not available, never black.
+/// The device pixels one logical pixel of the screen spans each way: GTK's integer window scale
+/// (GDK_SCALE, the desktop's 200 %), 1 on a plain desktop and where the screen cannot be read.
+/// Asked anew on every call: a setting changed while the program runs is followed.
+VARNEL_LIB_EXPORT int screenScale();
+
+/// The screen's pixels inside `region` (logical pixels, as every coordinate of the library), taken
+/// in one capture, as linear colours: each 8-bit channel is decoded with the sRGB transfer curve
+/// of IEC 61966-2-1 (linear below 0.04045, a 2.4 power above), alpha 1. At a screen scale s, a
+/// logical pixel is the mean of the s x s device pixels under it (so over a flat area exactly that
+/// area's colour, over an edge their mix). Pixels of the region that lie on no monitor come back as
+/// (0, 0, 0, 0), and one partly on a monitor has the shown share as its alpha, the colour
+/// weighted alike, so an alpha-weighted average ignores what no monitor shows. Row 0 is the top
+/// row. Where the screen cannot be read (isScreenReadable), or the X server refuses the read (a
+/// screen resized under it), the answer is an empty bitmap: not available, never black.
 VARNEL_LIB_EXPORT BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region);
 
-/// The screen's pixels inside `region` as 8-bit red, green and blue, row by row from the top, read
-/// straight from the X server (never from a cached copy). Pixels on no monitor are black. Empty
-/// where the screen cannot be read or the read is refused.
+/// The screen's device pixels under `region` (logical pixels) as 8-bit red, green and blue, row by
+/// row from the top, read straight from the X server (never from a cached copy): at a screen scale
+/// s, s * width by s * height of them. Pixels on no monitor are black. Empty where the screen
+/// cannot be read or the read is refused.
 VARNEL_LIB_EXPORT Stack<RgbBytes> getScreenRegionBytes(const Bucket& region);
 
 /// What a widget draws of itself, by its own drawing code into an image of its size (never read
