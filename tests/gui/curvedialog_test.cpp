@@ -101,6 +101,20 @@ protected:
         return *dialog;
     }
 
+    // A master curve of three points, the panel with the focus and the middle point chosen by
+    // two presses of Tab.
+    CurveDialog& openWithTheMiddlePointChosen() {
+        ColorCurve curves;
+        curves[CurveChannel::Master].points() = {{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}};
+        CurveDialog& dialog = open(curves);
+        CurvePanel& panel = *dialog.panel();
+        panel.SetFocus();
+        EXPECT_TRUE(pumpUntil([&] { return panel.HasFocus(); }));
+        input.key(WXK_TAB);
+        input.key(WXK_TAB);
+        return dialog;
+    }
+
     // Drives a file action: the chooser answers `path`, and a message dialog, if one shows, has
     // its text noted and is closed.
     wxString runFileAction(const std::function<void()>& action, const wxString& path) {
@@ -283,14 +297,8 @@ TEST_F(CurveDialogs, EditsUndoAndRedoOneStepAtATime) {
 }
 
 TEST_F(CurveDialogs, TheKeyboardChoosesMovesAndRemovesPoints) {
-    ColorCurve curves;
-    curves[CurveChannel::Master].points() = {{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}};
-    CurveDialog& dialog = open(curves);
+    CurveDialog& dialog = openWithTheMiddlePointChosen();
     CurvePanel& panel = *dialog.panel();
-    panel.SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return panel.HasFocus(); }));
-    input.key(WXK_TAB);
-    input.key(WXK_TAB);
     EXPECT_EQ(panel.model().keyPoint, 1);
     input.key(WXK_UP, wxMOD_SHIFT); // ten pixels up
     const CurvePoint moved = panel.getCurrentCurves()[CurveChannel::Master].points()[1];
@@ -359,14 +367,9 @@ TEST_F(CurveDialogs, AChangeFromAnySideEndsADragOrPickAndTheDragIsItsOwnStep) {
 }
 
 TEST_F(CurveDialogs, ARunOfOneKeyAndAHostsSetCurvesAreOneStepEach) {
-    ColorCurve curves;
-    curves[CurveChannel::Master].points() = {{0.f, 0.f}, {0.5f, 0.5f}, {1.f, 1.f}};
-    CurveDialog& dialog = open(curves);
+    CurveDialog& dialog = openWithTheMiddlePointChosen();
     CurvePanel& panel = *dialog.panel();
-    panel.SetFocus();
-    ASSERT_TRUE(pumpUntil([&] { return panel.HasFocus(); }));
-    input.key(WXK_TAB);
-    input.key(WXK_TAB);
+    const ColorCurve curves = panel.getCurrentCurves();
     for (int i = 0; i < 5; ++i)
         input.key(WXK_UP);
     const ColorCurve raised = panel.getCurrentCurves();

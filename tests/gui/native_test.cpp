@@ -2,6 +2,7 @@
 // window owns which, and the file choosers.
 #include "guitest.h"
 
+#include <varnellib/native/colorportal.h>
 #include <varnellib/native/filedialog.h>
 #include <varnellib/native/process.h>
 #include <varnellib/native/screen.h>
@@ -79,6 +80,18 @@ TEST_F(Native, TheScreenRegionIsWhereWxSaysAndItsColoursAreDecodedToLinearInOneC
     ASSERT_EQ(width * height, 40 * 30);
     EXPECT_EQ(drawn[0], (RgbBytes{128, 255, 10}));
     EXPECT_EQ(drawn[40 * 30 - 1], (RgbBytes{128, 255, 10}));
+}
+
+TEST_F(Native, AnXDisplayInsideAWaylandSessionIsNotReadAndThePortalPicks) {
+    ASSERT_TRUE(isScreenReadable());
+    setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+    EXPECT_TRUE(isXWaylandSession());
+    EXPECT_FALSE(isScreenReadable());
+    EXPECT_EQ(screenAccess(), ScreenAccess::Portal);
+    EXPECT_TRUE(getScreenRegionColors({0, 0, 4, 4}).isEmpty());
+    setenv("WAYLAND_DISPLAY", "", 1);
+    EXPECT_EQ(screenAccess(), ScreenAccess::Direct);
+    EXPECT_EQ(getScreenRegionColors({0, 0, 4, 4}).width(), 4);
 }
 
 TEST_F(Native, PixelsOffEveryMonitorComeBackTransparent) {

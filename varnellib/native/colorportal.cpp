@@ -1,5 +1,7 @@
 #include <varnellib/native/colorportal.h>
 
+#include <varnellib/native/screen.h>
+
 #include <gdk/gdk.h>
 #include <gio/gio.h>
 #ifdef GDK_WINDOWING_X11
@@ -210,12 +212,9 @@ void onExported(GdkWindow* window, const char* handle, gpointer data) {
 ScreenAccess screenAccess() {
     if (const int forced = gOverride.load(); forced >= 0)
         return static_cast<ScreenAccess>(forced);
-#ifdef GDK_WINDOWING_X11
-    GdkDisplay* display = gdk_display_get_default();
-    if (display && GDK_IS_X11_DISPLAY(display))
-        return ScreenAccess::Direct;
-#endif
-    return ScreenAccess::Portal;
+    // An X display of its own can be read; one inside a Wayland session (XWayland) shows the
+    // session's windows as black, so the portal picks there too.
+    return isScreenReadable() ? ScreenAccess::Direct : ScreenAccess::Portal;
 }
 
 namespace {

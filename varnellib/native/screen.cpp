@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -144,14 +145,19 @@ bool readScreen(GdkDisplay* display, int scale, const Bucket& region, Store&& st
 
 GdkDisplay* readableDisplay() {
     GdkDisplay* display = gdk_display_get_default();
-    return display && GDK_IS_X11_DISPLAY(display) ? display : nullptr;
+    return display && GDK_IS_X11_DISPLAY(display) && !isXWaylandSession() ? display : nullptr;
 }
 
 } // namespace
 
-bool isScreenReadable() {
+bool isXWaylandSession() {
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
     GdkDisplay* display = gdk_display_get_default();
-    return display && GDK_IS_X11_DISPLAY(display);
+    return wayland && *wayland && display && GDK_IS_X11_DISPLAY(display);
+}
+
+bool isScreenReadable() {
+    return readableDisplay() != nullptr;
 }
 
 Stack<RgbBytes> drawWidget(WindowHandle window, int& width, int& height) {
@@ -241,10 +247,9 @@ BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
             const std::array<double, 4>& sum =
                 sums[static_cast<std::size_t>(y) * static_cast<std::size_t>(region.width) +
                      static_cast<std::size_t>(x)];
-            result(x, y) = Rgb(static_cast<float>(sum[0] * share),
-                               static_cast<float>(sum[1] * share),
-                               static_cast<float>(sum[2] * share),
-                               static_cast<float>(sum[3] * share));
+            result(x, y) =
+                Rgb(static_cast<float>(sum[0] * share), static_cast<float>(sum[1] * share),
+                    static_cast<float>(sum[2] * share), static_cast<float>(sum[3] * share));
         }
     return result;
 }

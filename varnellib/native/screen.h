@@ -12,9 +12,14 @@ namespace Varnel {
 /// a window that is not realised).
 VARNEL_LIB_EXPORT Bucket getScreenRegion(WindowHandle window);
 
-/// Whether this program may read the screen: true on an X display; a Wayland compositor lets no
-/// program read it (the desktop portal picks colours instead: colorportal.h).
+/// Whether this program may read the screen: true on an X display of its own; a Wayland
+/// compositor lets no program read it (the desktop portal picks colours instead: colorportal.h).
+/// An X display inside a Wayland session (XWayland, where a host forced GTK's X11 backend) is
+/// not readable either: its root window shows the session's own windows as black.
 VARNEL_LIB_EXPORT bool isScreenReadable();
+
+/// An X display inside a Wayland session: WAYLAND_DISPLAY is set (and not empty) beside it.
+VARNEL_LIB_EXPORT bool isXWaylandSession();
 
 /// The device pixels one logical pixel of the screen spans each way: GTK's integer window scale
 /// (GDK_SCALE, the desktop's 200 %), 1 on a plain desktop and where the screen cannot be read.
