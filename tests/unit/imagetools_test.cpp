@@ -1,5 +1,6 @@
 // The image tools' rules without a display: the pixel probe's texts and placement, and the
-// settings a save dialog starts from.
+// settings a save dialog starts from, and where the collapsible tick's corners fall.
+#include <varnellibwx/widgets/collapsiblepanel.h>
 #include <varnellibwx/widgets/imagesavesettingsdialog.h>
 #include <varnellibwx/widgets/pixelprobe.h>
 
@@ -7,6 +8,7 @@
 
 #include <climits>
 #include <clocale>
+#include <cmath>
 
 using namespace Varnel::Wx;
 using namespace Varnel::Wx::Detail;
@@ -61,4 +63,25 @@ TEST(ImageSaveSettings, StartFromASupportedFormatOrTheFirstOne) {
          {std::pair{ImageSaveSettings{F::Srgb8, false}, ImageSaveCapabilities{{}, true}},
           {ImageSaveSettings{static_cast<F>(4), false}, ImageSaveCapabilities{}}})
         EXPECT_THROW(startingSettings(start, capabilities), StopException);
+}
+
+TEST(CollapsibleTick, TheBaseAndTheHeightLandOnWholeDevicePixelsAndTheTipIsCentred) {
+    for (const int side : {11, 12, 22})
+        for (const double scale : {1.0, 2.0})
+            for (const bool expanded : {false, true}) {
+                const auto corners = tickTriangle(side, expanded, scale);
+                // Along the base (x when expanded) and across it.
+                const auto along = [&](int i) {
+                    return expanded ? corners[i].m_x : corners[i].m_y;
+                };
+                const auto across = [&](int i) {
+                    return expanded ? corners[i].m_y : corners[i].m_x;
+                };
+                for (const double device : {along(0) * scale, along(1) * scale, across(0) * scale,
+                                            across(1) * scale, across(2) * scale})
+                    EXPECT_EQ(device, std::round(device)) << side << " at " << scale;
+                EXPECT_EQ(along(2), (along(0) + along(1)) / 2);
+                EXPECT_EQ(across(0), across(1));
+                EXPECT_NEAR(along(1) - along(0), 0.6 * side, 1.0);
+            }
 }

@@ -9,6 +9,8 @@
 #include <wx/sizer.h>
 #include <wx/weakref.h>
 
+#include <cmath>
+
 namespace Varnel::Wx {
 
 namespace {
@@ -51,7 +53,8 @@ void Tick::paint(wxDC& dc) const {
     std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(dc));
     if (!context)
         return;
-    const auto corners = Detail::tickTriangle(std::min(size.x, size.y), m_expanded);
+    const auto corners =
+        Detail::tickTriangle(std::min(size.x, size.y), m_expanded, GetContentScaleFactor());
     wxGraphicsPath path = context->CreatePath();
     path.MoveToPoint(corners[0]);
     path.AddLineToPoint(corners[1]);
@@ -168,9 +171,14 @@ void CollapsiblePanel::layOutAgain() {
 
 namespace Detail {
 
-std::array<wxPoint2DDouble, 3> tickTriangle(int side, bool expanded) {
+std::array<wxPoint2DDouble, 3> tickTriangle(int side, bool expanded, double deviceScale) {
     const double s = side;
-    const double near = 0.25 * s, far = 0.75 * s, start = 0.2 * s, end = 0.8 * s, middle = 0.5 * s;
+    const double scale = deviceScale >= 1.0 ? deviceScale : 1.0;
+    const auto whole = [scale](double logical) {
+        return std::round(logical * scale) / scale;
+    };
+    const double near = whole(0.25 * s), far = whole(0.75 * s), start = whole(0.2 * s),
+                 end = whole(0.8 * s), middle = (start + end) / 2;
     if (expanded)
         return {wxPoint2DDouble(start, near), wxPoint2DDouble(end, near),
                 wxPoint2DDouble(middle, far)};

@@ -78,9 +78,13 @@ private:
 
 namespace Detail {
 
-/// The Tick's triangle in a square of `side` pixels: pointing right (collapsed) or down
-/// (expanded), centred, its base 0.6 of the side and its height half the side.
-VARNEL_LIBWX_EXPORT std::array<wxPoint2DDouble, 3> tickTriangle(int side, bool expanded);
+/// The Tick's triangle in a square of `side` logical pixels: pointing right (collapsed) or down
+/// (expanded), centred, its base about 0.6 of the side and its height about half the side. The
+/// base's corners and the tip's distance from the base land on whole device pixels at
+/// `deviceScale` (GTK's window scale), so its straight edges are crisp; the tip sits midway
+/// along the base.
+VARNEL_LIBWX_EXPORT std::array<wxPoint2DDouble, 3> tickTriangle(int side, bool expanded,
+                                                                double deviceScale = 1.0);
 
 } // namespace Detail
 } // namespace Varnel::Wx
