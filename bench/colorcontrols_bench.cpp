@@ -3,6 +3,7 @@
 // its square.
 #include "startedlibrary.h"
 
+#include <varnellib/native/screen.h>
 #include <varnellibwx/widgets/colormodel.h>
 #include <varnellibwx/widgets/colorslider.h>
 #include <varnellibwx/widgets/eyedropperbutton.h>
@@ -118,7 +119,8 @@ public:
 };
 
 // One motion of a pick at radius 15 through the button's own handler: the screen read of
-// 31 x 31, the conversion and the average (a face that changes repaints with the next frame).
+// 31 x 31 logical pixels (62 x 62 device pixels at GDK_SCALE=2), the conversion and the average
+// (a face that changes repaints with the next frame).
 // The pointer walks along a row of the frame starting at `from` (frame coordinates).
 void eyeDropperMotion(benchmark::State& state, wxPoint from) {
     StartedLibrary library(state);
@@ -163,9 +165,13 @@ void EyeDropperMotionRadius15_XGetImage(benchmark::State& state) {
     PaintCount(new Ramp(host.frame)).waitForFirst();
     Display* display = gdk_x11_display_get_xdisplay(gdk_display_get_default());
     const Window root = DefaultRootWindow(display);
+    // The same square in device pixels: 62 x 62 of them at a window scale of 2.
+    const int scale = screenScale();
+    const auto side = static_cast<unsigned>(31 * scale);
     int step = 0;
     for (auto _ : state) {
-        XImage* image = XGetImage(display, root, 25 + step++ % 120, 35, 31, 31, AllPlanes, ZPixmap);
+        XImage* image = XGetImage(display, root, (25 + step++ % 120) * scale, 35 * scale, side,
+                                  side, AllPlanes, ZPixmap);
         benchmark::DoNotOptimize(image->data);
         XDestroyImage(image);
     }

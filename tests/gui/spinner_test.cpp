@@ -127,7 +127,7 @@ TEST_F(Spinners, ADragReachingTheMonitorsTopRowWrapsThePointerToTheBottom) {
     const wxRect monitor = wxDisplay(0u).GetGeometry();
     input.press(*spinner.upArrow(), wxPoint(5, 4));
     input.moveTo(*spinner.upArrow(), wxPoint(5, -4));
-    ASSERT_TRUE(spinner.isDragging());
+    ASSERT_TRUE(pumpUntil([&] { return spinner.isDragging(); }));
     // One jump to the top row, as a fast flick would make (the input simulator would keep
     // moving the pointer back to its own target after the spinner wrapped it).
     GdkDisplay* display = gdk_display_get_default();

@@ -287,11 +287,16 @@ ColorPortalRequest::ColorPortalRequest(WindowHandle parent, Function<void(const 
                             ? gtk_widget_get_window(gtk_widget_get_toplevel(widget))
                             : nullptr;
 #ifdef GDK_WINDOWING_WAYLAND
-    if (window && GDK_IS_WAYLAND_WINDOW(window) &&
-        gdk_wayland_window_export_handle(
-            window, &onExported, new std::shared_ptr<State>(m_state),
-            [](gpointer data) { delete static_cast<std::shared_ptr<State>*>(data); }))
-        return;
+    if (window && GDK_IS_WAYLAND_WINDOW(window)) {
+        auto* holder = new std::shared_ptr<State>(m_state);
+        if (gdk_wayland_window_export_handle(window, &onExported, holder, [](gpointer data) {
+                delete static_cast<std::shared_ptr<State>*>(data);
+            }))
+            return;
+        // A compositor that cannot export (no xdg-foreign) takes nothing: the request goes
+        // without a parent, and the holder is ours to free.
+        delete holder;
+    }
 #endif
     std::string handle;
 #ifdef GDK_WINDOWING_X11
