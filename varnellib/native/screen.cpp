@@ -89,6 +89,13 @@ int lowestBit(unsigned long mask) {
     return shift;
 }
 
+int nativeByteOrder() {
+    const uint32_t one = 1;
+    unsigned char first = 0;
+    std::memcpy(&first, &one, 1);
+    return first == 1 ? LSBFirst : MSBFirst;
+}
+
 GdkWindow* rootWindowOf(GdkDisplay* display) {
     return gdk_screen_get_root_window(gdk_display_get_default_screen(display));
 }
@@ -128,10 +135,22 @@ bool readScreen(GdkDisplay* display, int scale, const Bucket& region, Store&& st
         return false;
     const int redShift = lowestBit(image->red_mask), greenShift = lowestBit(image->green_mask),
               blueShift = lowestBit(image->blue_mask);
+    // 32-bit pixels in this machine's byte order (a true-colour screen) are read in place;
+    // anything else through Xlib's own accessor.
+    const bool direct = image->bits_per_pixel == 32 && image->byte_order == nativeByteOrder();
     for (const Bucket& shown : shownParts(display, captured, scale)) {
         for (int y = shown.y; y < shown.y + shown.height; ++y) {
+            const char* row =
+                image->data + static_cast<std::ptrdiff_t>(y - captured.y) * image->bytes_per_line;
             for (int xx = shown.x; xx < shown.x + shown.width; ++xx) {
-                const unsigned long p = XGetPixel(image, xx - captured.x, y - captured.y);
+                unsigned long p = 0;
+                if (direct) {
+                    uint32_t word;
+                    std::memcpy(&word, row + 4 * static_cast<std::ptrdiff_t>(xx - captured.x), 4);
+                    p = word;
+                } else {
+                    p = XGetPixel(image, xx - captured.x, y - captured.y);
+                }
                 store(xx - device.x, y - device.y,
                       RgbBytes{static_cast<uint8>((p & image->red_mask) >> redShift),
                                static_cast<uint8>((p & image->green_mask) >> greenShift),
@@ -230,11 +249,19 @@ BitmapImpl<Rgb> getScreenRegionColors(const Bucket& region) {
     // (0, 0, 0, 0), so a partly shown pixel has the shown share as its alpha.
     std::vector<std::array<double, 4>> sums(static_cast<std::size_t>(region.width) *
                                             static_cast<std::size_t>(region.height));
+    // Which logical column and row each device pixel falls in, looked up rather than divided
+    // (an eyedropper reads thousands of device pixels on every motion).
+    std::vector<std::size_t> columnOf(static_cast<std::size_t>(region.width * scale));
+    std::vector<std::size_t> rowStartOf(static_cast<std::size_t>(region.height * scale));
+    for (std::size_t i = 0; i < columnOf.size(); ++i)
+        columnOf[i] = i / static_cast<std::size_t>(scale);
+    for (std::size_t i = 0; i < rowStartOf.size(); ++i)
+        rowStartOf[i] =
+            i / static_cast<std::size_t>(scale) * static_cast<std::size_t>(region.width);
     const auto& decode = srgbTable();
     if (!readScreen(display, scale, region, [&](int x, int y, RgbBytes c) {
-            std::array<double, 4>& sum =
-                sums[static_cast<std::size_t>(y / scale) * static_cast<std::size_t>(region.width) +
-                     static_cast<std::size_t>(x / scale)];
+            std::array<double, 4>& sum = sums[rowStartOf[static_cast<std::size_t>(y)] +
+                                              columnOf[static_cast<std::size_t>(x)]];
             sum[0] += decode[c.r];
             sum[1] += decode[c.g];
             sum[2] += decode[c.b];
