@@ -35,35 +35,6 @@ WindowHandle handleOf(wxWindow* window) {
 
 } // namespace
 
-Histogram CurveDialogCallbacksBase::getHistogram(std::pair<float, float> range,
-                                                 CurveChannel channel, int binCount) {
-    return m_panel.getHistogram(range, channel, binCount);
-}
-
-Optional<int> CurveDialogCallbacksBase::getHistogramRefreshInterval() {
-    return m_panel.getHistogramRefreshInterval();
-}
-
-Optional<Rgb> CurveDialogCallbacksBase::getColorAt(Pixel pixel) {
-    return m_panel.getColorAt(pixel);
-}
-
-void CurveDialogCallbacksBase::onCurveChanged(CurveChannel, const Curve&) {}
-
-int CurveDialogCallbacksBase::getChangeNotificationDelay() {
-    return m_panel.getChangeNotificationDelay();
-}
-
-wxPoint CurveDialogCallbacksBase::getInitialPosition(wxWindow*) {
-    return wxDefaultPosition;
-}
-
-void CurveDialogCallbacksBase::storePosition(wxPoint) {}
-
-void CurveDialogCallbacksBase::onWindowOpened(wxWindow*) {}
-
-void CurveDialogCallbacksBase::onWindowClosed(wxWindow*) {}
-
 CurveDialog::CurveDialog(wxWindow* parent, const GuiSkin& skin, const String& title,
                          const ColorCurve& curves, SharedPtr<ICurveDialogCallbacks> callbacks)
     : wxFrame(parent, wxIdManager::ReserveId(), toWxString(title), wxDefaultPosition, wxDefaultSize,
@@ -304,18 +275,15 @@ void CurveDialog::refreshControls() {
 
 bool CurveDialog::undo() {
     m_panel->endGesture();
-    Optional<ColorCurve> curves = m_history.undo(m_panel->getCurrentCurves());
-    if (!curves)
-        return false;
-    m_interpolationShown = (*curves)[m_panel->getSelectedCurveChannel()].interpolation();
-    m_panel->setCurves(std::move(*curves));
-    refreshControls();
-    return true;
+    return restore(m_history.undo(m_panel->getCurrentCurves()));
 }
 
 bool CurveDialog::redo() {
     m_panel->endGesture();
-    Optional<ColorCurve> curves = m_history.redo(m_panel->getCurrentCurves());
+    return restore(m_history.redo(m_panel->getCurrentCurves()));
+}
+
+bool CurveDialog::restore(Optional<ColorCurve> curves) {
     if (!curves)
         return false;
     m_interpolationShown = (*curves)[m_panel->getSelectedCurveChannel()].interpolation();

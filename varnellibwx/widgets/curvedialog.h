@@ -77,24 +77,16 @@ public:
     virtual void onWindowClosed(wxWindow* window) = 0;
 };
 
-/// ICurveDialogCallbacks with neutral answers, for a host that writes only what it uses: those of
-/// CurvePanelCallbacksBase, the toolkit's default place for the dialog, no position stored,
-/// windows opened and closed unheard. A host usually overrides onCurveChanged.
-class VARNEL_LIBWX_EXPORT CurveDialogCallbacksBase : public ICurveDialogCallbacks {
+/// ICurveDialogCallbacks with neutral answers, for a host that writes only what it uses: the
+/// panel's (NeutralCurvePanelAnswers), the toolkit's default place for the dialog, no position
+/// stored, windows opened and closed unheard. A host usually overrides onCurveChanged.
+class VARNEL_LIBWX_EXPORT CurveDialogCallbacksBase
+    : public NeutralCurvePanelAnswers<ICurveDialogCallbacks> {
 public:
-    Histogram getHistogram(std::pair<float, float> range, CurveChannel channel,
-                           int binCount) override;
-    Optional<int> getHistogramRefreshInterval() override;
-    Optional<Rgb> getColorAt(Pixel pixel) override;
-    void onCurveChanged(CurveChannel channel, const Curve& curve) override;
-    int getChangeNotificationDelay() override;
-    wxPoint getInitialPosition(wxWindow* dialog) override;
-    void storePosition(wxPoint position) override;
-    void onWindowOpened(wxWindow* window) override;
-    void onWindowClosed(wxWindow* window) override;
-
-private:
-    CurvePanelCallbacksBase m_panel; // the panel's neutral answers, written once
+    wxPoint getInitialPosition(wxWindow*) override { return wxDefaultPosition; }
+    void storePosition(wxPoint) override {}
+    void onWindowOpened(wxWindow*) override {}
+    void onWindowClosed(wxWindow*) override {}
 };
 
 /// A floating, resizable tool window around a CurvePanel: the channel choice with "Reset" and
@@ -166,6 +158,9 @@ private:
     /// gesture in progress has ended): the curves go to the panel, reported for `only` or for all
     /// four, the step is remembered and the controls follow.
     void change(const ColorCurve& curves, Optional<CurveChannel> only = {});
+    /// Gives the panel curves from the history (all four reported) and brings the choices in
+    /// line; false when there were none.
+    bool restore(Optional<ColorCurve> curves);
     /// Brings the choices in line with the panel and the interpolation shown, firing nothing.
     void refreshControls();
     void onResize(wxSizeEvent& event);

@@ -74,24 +74,6 @@ const wchar_t* curveChannelName(CurveChannel channel) {
 }
 
 ICurvePanelCallbacks::~ICurvePanelCallbacks() = default;
-
-Histogram CurvePanelCallbacksBase::getHistogram(std::pair<float, float>, CurveChannel, int) {
-    return Histogram();
-}
-
-Optional<int> CurvePanelCallbacksBase::getHistogramRefreshInterval() {
-    return {};
-}
-
-Optional<Rgb> CurvePanelCallbacksBase::getColorAt(Pixel) {
-    return {};
-}
-
-void CurvePanelCallbacksBase::onCurveChanged(CurveChannel, const Curve&) {}
-
-int CurvePanelCallbacksBase::getChangeNotificationDelay() {
-    return 0;
-}
 ICurvePanelController::~ICurvePanelController() = default;
 
 // ---- The model -------------------------------------------------------------------------------

@@ -45,17 +45,23 @@ public:
     virtual int getChangeNotificationDelay() = 0;
 };
 
-/// ICurvePanelCallbacks with neutral answers, for a host that writes only what it uses: no
-/// histogram, no refreshing, no colour at a pixel, edits reported at once and heard by nobody.
-class VARNEL_LIBWX_EXPORT CurvePanelCallbacksBase : public ICurvePanelCallbacks {
+/// The panel's five operations with neutral answers, over any interface that has them (the
+/// panel's own, the curve dialog's): no histogram, no refreshing, no colour at a pixel, edits
+/// reported at once and heard by nobody.
+template <class Interface>
+class NeutralCurvePanelAnswers : public Interface {
 public:
-    Histogram getHistogram(std::pair<float, float> range, CurveChannel channel,
-                           int binCount) override;
-    Optional<int> getHistogramRefreshInterval() override;
-    Optional<Rgb> getColorAt(Pixel pixel) override;
-    void onCurveChanged(CurveChannel channel, const Curve& curve) override;
-    int getChangeNotificationDelay() override;
+    Histogram getHistogram(std::pair<float, float>, CurveChannel, int) override {
+        return Histogram();
+    }
+    Optional<int> getHistogramRefreshInterval() override { return {}; }
+    Optional<Rgb> getColorAt(Pixel) override { return {}; }
+    void onCurveChanged(CurveChannel, const Curve&) override {}
+    int getChangeNotificationDelay() override { return 0; }
 };
+
+/// ICurvePanelCallbacks with neutral answers, for a host that writes only what it uses.
+using CurvePanelCallbacksBase = NeutralCurvePanelAnswers<ICurvePanelCallbacks>;
 
 /// Lets an owner drive the selected curve from its image view: a press on the image picks the
 /// colour there and adds (or grabs) the control point at that value; moving moves the point
